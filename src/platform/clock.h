@@ -1,0 +1,11 @@
+// Today's date in the two forms the program shows.
+#pragma once
+
+#include <string>
+
+// The short form of the system's locale; each front knows it (qt/front.cpp, console/front.cpp).
+std::string ShortDate();
+
+// mm-dd-yyyy, for prints. The moment that SOURCE_DATE_EPOCH names (UTC) where it is set, so that prints can be
+// reproduced; otherwise the local date.
+std::string PrintDate();

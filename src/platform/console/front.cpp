@@ -1,0 +1,44 @@
+// The front without a display: nothing is shown, a character is as wide as ten to the inch make it.
+#include "platform/front.h"
+
+#include "platform/clock.h"
+#include "platform/console/user.h"
+
+#include <array>
+#include <ctime>
+#include <utility>
+
+namespace {
+
+constexpr long TwipsPerCharacter = 120;
+
+// EndProgram was called.
+bool Ended = false;
+
+} // namespace
+
+void FrontShowFocus(Control & /*control*/) {}
+
+long TextWidth(const Control & /*control*/, std::string_view text) {
+    return static_cast<long>(text.size()) * TwipsPerCharacter;
+}
+
+void ShowBanner(std::string_view /*text*/) {}
+
+void HideBanner() {}
+
+void ShowBusyPointer(bool /*busy*/) {}
+
+void KeepWindowAlive() {}
+
+void EndProgram() { Ended = true; }
+
+bool ProgramEnded() { return std::exchange(Ended, false); }
+
+std::string ShortDate() {
+    const std::time_t now = std::time(nullptr);
+    std::tm date{};
+    localtime_r(&now, &date);
+    std::array<char, 32> text{};
+    return {text.data(), std::strftime(text.data(), text.size(), "%x", &date)};
+}

@@ -1,0 +1,310 @@
+// The event rules of controls (controls.h).
+#include "platform/controls.h"
+
+#include "platform/codepage.h"
+#include "platform/dialogs.h"
+#include "platform/front.h"
+
+#include <algorithm>
+#include <new>
+#include <utility>
+
+namespace {
+
+// The connected events; empty before ConnectEvents.
+std::span<const Connection> Connections;
+
+// The control with the focus; null for none.
+Control *FocusedControl = nullptr;
+
+// The controls with unshown changes, each once.
+std::vector<Control *> ChangedControls;
+
+void Note(Control &control, unsigned aspect) {
+    if (control.Changed == 0) ChangedControls.push_back(&control);
+    control.Changed |= aspect;
+}
+
+const Handler *HandlerOf(const Control &control, Event event) {
+    const Connection wanted{control.Name, event, PlainHandler{}};
+    const auto found = std::lower_bound(Connections.begin(), Connections.end(), wanted);
+    return found == Connections.end() || wanted < *found ? nullptr : &found->Run;
+}
+
+// Runs the handler, where the event has one that takes these arguments.
+template <class Run, class... Arguments> void Fire(const Control &control, Event event, Arguments &&...arguments) {
+    const Handler *handler = HandlerOf(control, event);
+    if (handler == nullptr) return;
+    std::get<Run> (*handler)(std::forward<Arguments>(arguments)...);
+}
+
+void FireIndexed(const Control &control, Event event) {
+    const Handler *handler = HandlerOf(control, event);
+    if (handler == nullptr) return;
+    if (const auto *plain = std::get_if<PlainHandler>(handler))
+        (*plain)();
+    else
+        std::get<IndexHandler> (*handler)(control.Index);
+}
+
+// The edge between the user and the handlers: what no command has trapped is told here, and the program goes on.
+template <class Act> void AtTheEdge(Act act) {
+    try {
+        act();
+    } catch (const RuntimeError &error) {
+        MsgBox("Error: " + ErrorText(error.Number), CriticalIcon, "Quintave");
+    } catch (const std::bad_alloc &) {
+        MsgBox("Error: " + ErrorText(OutOfMemory), CriticalIcon, "Quintave");
+    }
+}
+
+// The focus leaves its control, which was hidden or disabled or is about to be left.
+void LoseFocus() {
+    Control *const old = FocusedControl;
+    FocusedControl = nullptr;
+    if (old != nullptr) FireIndexed(*old, Event::LostFocus);
+}
+
+bool StandsIn(const Control &control, const Control &container) {
+    for (const Control *c = &control; c != nullptr; c = c->Container)
+        if (c == &container) return true;
+    return false;
+}
+
+bool IsControlCode(char32_t c) { return c < 32; }
+
+} // namespace
+
+void ConnectEvents(std::span<const Connection> table) { Connections = table; }
+
+void RunEvent(Control &control, Event event) { FireIndexed(control, event); }
+
+void SetCaption(Control &control, std::string_view caption) {
+    if (control.Caption == caption) return;
+    control.Caption = caption;
+    Note(control, TextAspect);
+}
+
+void SetVisible(Control &control, bool visible) {
+    if (control.Visible == visible) return;
+    if (!visible && FocusedControl != nullptr && StandsIn(*FocusedControl, control)) LoseFocus();
+    control.Visible = visible;
+    Note(control, ShownAspect);
+}
+
+void SetEnabled(Control &control, bool enabled) {
+    if (control.Enabled == enabled) return;
+    if (!enabled && FocusedControl != nullptr && StandsIn(*FocusedControl, control)) LoseFocus();
+    control.Enabled = enabled;
+    Note(control, ShownAspect);
+}
+
+void SetTabStop(Control &control, bool tabStop) {
+    control.TabStop = tabStop;
+    Note(control, ShownAspect);
+}
+
+void SetBackColor(Control &control, Colour colour) {
+    if (control.BackColor == colour) return;
+    control.BackColor = colour;
+    Note(control, ColourAspect);
+}
+
+void SetPlace(Control &control, Integer left, Integer width) {
+    control.Left = left;
+    control.Width = width;
+    Note(control, PlaceAspect);
+}
+
+void SetText(Control &box, std::string_view text, long caret) {
+    box.Text = text;
+    box.Caret = std::clamp(caret, 0L, static_cast<long>(text.size()));
+    Note(box, TextAspect);
+}
+
+void ClearRows(Control &list) {
+    list.Rows.clear();
+    list.ListIndex = -1;
+    Note(list, RowsAspect | IndexAspect);
+}
+
+void AddRow(Control &list, std::string_view row) {
+    ToInteger(list.Rows.size() + 1);
+    list.Rows.emplace_back(row);
+    Note(list, RowsAspect);
+}
+
+void InsertRow(Control &list, Integer at, std::string_view row) {
+    if (at < 0 || static_cast<std::size_t>(at) > list.Rows.size()) throw RuntimeError{InvalidCall};
+    ToInteger(list.Rows.size() + 1);
+    list.Rows.emplace(list.Rows.begin() + at, row);
+    if (list.ListIndex >= at) ++list.ListIndex;
+    Note(list, RowsAspect | IndexAspect);
+}
+
+void RemoveRow(Control &list, Integer at) {
+    if (at < 0 || static_cast<std::size_t>(at) >= list.Rows.size()) throw RuntimeError{InvalidCall};
+    list.Rows.erase(list.Rows.begin() + at);
+    if (list.ListIndex == at) list.ListIndex = -1;
+    if (list.ListIndex > at) --list.ListIndex;
+    Note(list, RowsAspect | IndexAspect);
+}
+
+void SetRow(Control &list, Integer at, std::string_view row) {
+    if (at < 0 || static_cast<std::size_t>(at) >= list.Rows.size()) throw RuntimeError{InvalidCall};
+    list.Rows[static_cast<std::size_t>(at)] = row;
+    Note(list, RowAspect);
+    list.ChangedRows.push_back(at);
+}
+
+void ShowListIndex(Control &list, Integer row) {
+    list.ListIndex = row >= 0 && static_cast<std::size_t>(row) < list.Rows.size() ? row : Integer{-1};
+    Note(list, IndexAspect);
+}
+
+void SetListIndex(Control &list, Integer row) {
+    ShowListIndex(list, row);
+    FireIndexed(list, Event::Click);
+}
+
+void SetMax(Control &bar, Integer max) {
+    bar.Max = std::max<Integer>(max, 1);
+    Note(bar, RangeAspect);
+    SetValue(bar, bar.Value);
+}
+
+void SetValue(Control &bar, Integer value) {
+    const Integer clamped = std::clamp<Integer>(value, 1, bar.Max);
+    if (clamped == bar.Value) return;
+    bar.Value = clamped;
+    Note(bar, RangeAspect);
+    FireIndexed(bar, Event::Change);
+}
+
+Control *Focused() { return FocusedControl; }
+
+bool IsUsable(const Control &control) {
+    for (const Control *c = &control; c != nullptr; c = c->Container)
+        if (!c->Visible || !c->Enabled) return false;
+    return true;
+}
+
+void SetFocus(Control &control) {
+    if (FocusedControl == &control || !control.TakesFocus || !IsUsable(control)) return;
+    LoseFocus();
+    // Leaving the old control may have moved the focus, or put the new one out of use.
+    if (FocusedControl != nullptr || !IsUsable(control)) return;
+    FocusedControl = &control;
+    FrontShowFocus(control);
+    FireIndexed(control, Event::GotFocus);
+}
+
+void UserEnters(Control &control) {
+    AtTheEdge([&] { SetFocus(control); });
+}
+
+// Whoever acts on a control has left the one before it, a screen reader that acts without moving the focus included.
+void UserSelects(Control &list, Integer row) {
+    AtTheEdge([&] {
+        SetFocus(list);
+        SetListIndex(list, row);
+    });
+}
+
+void UserDoubleClicks(Control &list) {
+    AtTheEdge([&] {
+        SetFocus(list);
+        FireIndexed(list, Event::DblClick);
+    });
+}
+
+void UserPressesMouse(Control &control) {
+    AtTheEdge([&] { FireIndexed(control, Event::MouseDown); });
+}
+
+void UserPresses(Control &button) {
+    AtTheEdge([&] {
+        SetFocus(button);
+        if (IsUsable(button)) FireIndexed(button, Event::Click);
+    });
+}
+
+void UserScrolls(Control &bar, Integer value) {
+    AtTheEdge([&] {
+        SetFocus(bar);
+        SetValue(bar, value);
+    });
+}
+
+void UserTicks(Control &timer) {
+    AtTheEdge([&] { FireIndexed(timer, Event::Timer); });
+}
+
+bool UserKeyDown(Control &control, Integer keyCode, Integer shift) {
+    // With Ctrl alone the toolkit keeps the clipboard and undo; every other letter would do things of its own in a box.
+    constexpr std::string_view LeftToTheToolkit = "CVXZ";
+    const bool letter = keyCode >= 'A' && keyCode <= 'Z';
+    const bool taken =
+        shift == CtrlMask && letter && LeftToTheToolkit.find(static_cast<char>(keyCode)) == std::string_view::npos;
+    AtTheEdge([&] { Fire<KeyDownHandler>(control, Event::KeyDown, control.Index, keyCode, Integer{shift}); });
+    return keyCode != 0 && !taken;
+}
+
+bool UserKeyPress(Control &control, std::string_view character) {
+    const std::u32string characters = Characters(character);
+    if (characters.size() != 1) return !characters.empty();
+    const auto byte = ToCodePage(characters[0]);
+    if (!byte) {
+        AtTheEdge([&] { Fire<TextHandler>(control, Event::ForeignKey, character); });
+        return false;
+    }
+    Integer keyAscii = static_cast<unsigned char>(*byte);
+    AtTheEdge([&] { Fire<KeyPressHandler>(control, Event::KeyPress, control.Index, keyAscii); });
+    return keyAscii != 0;
+}
+
+void UserEdits(Control &box, std::string_view text, long caret) {
+    box.Text = text;
+    box.Caret = caret;
+    AtTheEdge([&] { FireIndexed(box, Event::Change); });
+}
+
+std::string PastedText(const Control &box, std::string_view utf8, bool &foreign) {
+    const std::u32string characters = Characters(utf8);
+    std::string result;
+    for (std::size_t i = 0; i < characters.size(); ++i) {
+        const char32_t c = characters[i];
+        const bool lineBreak = c == '\r' || c == '\n' || c == 0x2028 || c == 0x2029;
+        if (box.ManyLines && lineBreak) {
+            result += "\r\n";
+            if (c == '\r' && i + 1 < characters.size() && characters[i + 1] == '\n') ++i;
+        } else if (lineBreak || IsControlCode(c)) {
+            // One line holds a run of them as one blank; in many lines each keeps its place.
+            result += ' ';
+            while (!box.ManyLines && i + 1 < characters.size() && IsControlCode(characters[i + 1])) ++i;
+        } else {
+            const auto byte = ToCodePage(c);
+            result += byte.value_or('?');
+            foreign = foreign || !byte;
+        }
+    }
+    return result;
+}
+
+void UserPastedForeign(Control &box) {
+    AtTheEdge([&] { FireIndexed(box, Event::ForeignPaste); });
+}
+
+std::vector<Control *> TakeChanges() { return std::exchange(ChangedControls, {}); }
+
+std::string AccessibleName(const Control &control) {
+    if (!control.Title.empty()) return std::string(control.Title);
+    std::string name = control.Caption;
+    if (name.starts_with('^')) name.erase(0, 1);
+    for (auto at = name.find("&&"); at != std::string::npos; at = name.find("&&", at + 1)) name.erase(at, 1);
+    return Trim(name);
+}
+
+std::string KeyOf(const Control &control) {
+    return control.Caption.starts_with('^') && control.Caption.size() > 1 ? "Ctrl+" + control.Caption.substr(1, 1) : "";
+}

@@ -1,0 +1,295 @@
+// The file system through POSIX calls (files.h).
+#include "platform/files.h"
+
+#include "platform/codepage.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <dirent.h>
+#include <fcntl.h>
+#include <fnmatch.h>
+#include <memory>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr std::size_t HeldBytes = 1 << 16;
+constexpr mode_t OwnMode = 0600;
+constexpr mode_t UserMode = 0666;
+
+// The directory whose lock is held; -1 for none.
+int LockedDirectory = -1;
+
+std::string DirectoryOf(const std::string &path) {
+    const auto slash = path.rfind('/');
+    return slash == std::string::npos ? "." : path.substr(0, slash + 1);
+}
+
+bool IsDirectory(const std::string &path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+Integer ErrorOf(int number, const std::string &path) {
+    switch (number) {
+    case ENOENT: return IsDirectory(DirectoryOf(path)) ? FileNotFound : PathNotFound;
+    case ENOTDIR: return PathNotFound;
+    case EINVAL:
+    case ENAMETOOLONG: return BadFileName;
+    case EBADF: return BadFileMode;
+    case EIO: return DeviceError;
+    case EEXIST: return FileAlreadyExists;
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG: return DiskFull;
+    case EMFILE:
+    case ENFILE: return TooManyFiles;
+    case ENXIO:
+    case ENODEV: return DeviceUnavailable;
+    case EACCES:
+    case EPERM:
+    case EBUSY:
+    case ETXTBSY:
+    case EAGAIN: return PermissionDenied;
+    case ENOMEM: return OutOfMemory;
+    default: return PathAccessError;
+    }
+}
+
+[[noreturn]] void Fail(const std::string &path) { throw RuntimeError{ErrorOf(errno, path)}; }
+
+int OpenHandle(const std::string &path, int flags, mode_t mode = 0) {
+    if (path.empty() || path.find('\0') != std::string::npos) throw RuntimeError{BadFileName};
+    int handle = -1;
+    do handle = open(path.c_str(), flags | O_CLOEXEC, mode);
+    while (handle < 0 && errno == EINTR);
+    if (handle < 0) Fail(path);
+    return handle;
+}
+
+void WriteAll(int handle, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = write(handle, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) Fail("");
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+}
+
+// A descriptor that is closed on every way out of a procedure.
+struct Handle {
+    explicit Handle(int number) : Number(number) {}
+    ~Handle() { close(Number); }
+    Handle(const Handle &) = delete;
+    Handle &operator=(const Handle &) = delete;
+    int Number;
+};
+
+std::vector<std::string> EntriesOf(const std::string &directory) {
+    std::vector<std::string> names;
+    const std::unique_ptr<DIR, int (*)(DIR *)> entries(opendir(directory.c_str()), closedir);
+    if (!entries) return names;
+    while (const dirent *entry = readdir(entries.get())) names.emplace_back(entry->d_name);
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+bool IsOwnRegularFile(const std::string &path) {
+    struct stat status {};
+    return lstat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+} // namespace
+
+void SplitPath(std::string_view path, std::string &directory, std::string &name) {
+    const auto separator = path.find_last_of("/\\");
+    const auto length = separator == std::string_view::npos ? 0 : separator + 1;
+    const std::string both(path); // either result may be the very string that path looks into
+    directory = both.substr(0, length);
+    name = both.substr(length);
+}
+
+std::string WithSeparator(std::string directory) {
+    if (!directory.empty() && directory.back() == '\\') directory.pop_back();
+    if (directory.empty() || directory.back() != '/') directory += '/';
+    return directory;
+}
+
+std::string CurrentDirectory() {
+    const std::unique_ptr<char, void (*)(void *)> path(getcwd(nullptr, 0), free);
+    return WithSeparator(path ? path.get() : "");
+}
+
+bool FileExists(const std::string &path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+std::string FindDirectory(std::string directory, std::string_view path) {
+    while (!path.empty()) {
+        const auto length = std::min(path.find_first_of("/\\"), path.size());
+        const std::string part(path.substr(0, length));
+        path.remove_prefix(std::min(length + 1, path.size()));
+        if (part.empty()) continue;
+        std::string found = part;
+        if (!IsDirectory(directory + part))
+            for (const auto &entry : EntriesOf(directory))
+                if (UpperCase(NameText(entry)) == UpperCase(NameText(part)) && IsDirectory(directory + entry)) {
+                    found = entry;
+                    break;
+                }
+        directory += found + '/';
+    }
+    return directory;
+}
+
+std::string FindName(const std::string &directory, std::string_view name) {
+    if (name.empty() || name.find_first_of("/\\") != std::string_view::npos) return "";
+    const std::string exact(name);
+    const std::string utf8 = ToUtf8(name);
+    for (const auto &candidate : {exact, utf8})
+        if (FileExists(directory + candidate)) return candidate;
+    const std::string wanted = UpperCase(NameText(name));
+    for (const auto &entry : EntriesOf(directory))
+        if (UpperCase(NameText(entry)) == wanted && FileExists(directory + entry)) return entry;
+    return "";
+}
+
+std::vector<std::string> MatchingNames(const std::string &directory, const std::string &pattern) {
+    std::vector<std::string> names = EntriesOf(directory);
+    std::erase_if(names, [&](const std::string &name) {
+        return fnmatch(pattern.c_str(), name.c_str(), FNM_CASEFOLD) != 0 || !IsOwnRegularFile(directory + name);
+    });
+    return names;
+}
+
+void DeleteMatching(const std::string &directory, const std::string &pattern) {
+    for (const auto &name : MatchingNames(directory, pattern)) unlink((directory + name).c_str());
+}
+
+std::string ReadFile(const std::string &path) {
+    const Handle file(OpenHandle(path, O_RDONLY));
+    struct stat status {};
+    if (fstat(file.Number, &status) != 0) Fail(path);
+    if (S_ISDIR(status.st_mode)) throw RuntimeError{PathAccessError};
+    std::string bytes;
+    std::size_t length = 0;
+    while (true) {
+        if (length == bytes.size())
+            bytes.resize(std::max({length * 2, static_cast<std::size_t>(status.st_size) + 1, HeldBytes}));
+        const ssize_t count = read(file.Number, bytes.data() + length, bytes.size() - length);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) Fail(path);
+        if (count == 0) break;
+        length += static_cast<std::size_t>(count);
+    }
+    bytes.resize(length);
+    return bytes;
+}
+
+void DeleteFile(const std::string &path) {
+    if (unlink(path.c_str()) != 0 && errno != ENOENT) Fail(path);
+}
+
+void RenameFile(const std::string &from, const std::string &to) {
+    if (rename(from.c_str(), to.c_str()) != 0) Fail(to);
+}
+
+OutputFile::OutputFile(const std::string &path, Access access)
+    : handle(OpenHandle(path, O_WRONLY | O_CREAT | O_TRUNC | (access == Access::Own ? O_NOFOLLOW : 0),
+                        access == Access::Own ? OwnMode : UserMode)) {}
+
+OutputFile::~OutputFile() {
+    if (handle >= 0) close(handle);
+}
+
+void OutputFile::Flush() {
+    WriteAll(handle, held);
+    held.clear();
+}
+
+void OutputFile::Write(std::string_view bytes) {
+    held += bytes;
+    if (held.size() >= HeldBytes) Flush();
+}
+
+void OutputFile::Close(bool onDisk) {
+    Flush();
+    // A pipe or a device cannot be synchronised, and needs not be.
+    if (onDisk && fsync(handle) != 0 && errno != EINVAL) Fail("");
+    const int closing = handle;
+    handle = -1;
+    if (close(closing) != 0 && errno != EINTR) Fail("");
+}
+
+void BinaryFile::Open(const std::string &path) {
+    Close();
+    handle = OpenHandle(path, O_RDWR | O_NOFOLLOW);
+}
+
+void BinaryFile::Close() {
+    if (handle >= 0) close(handle);
+    handle = -1;
+}
+
+long BinaryFile::Size() const {
+    struct stat status {};
+    if (fstat(handle, &status) != 0) Fail("");
+    return status.st_size;
+}
+
+std::string BinaryFile::Read(long position, long count) const {
+    if (position < 1 || count < 0) throw RuntimeError{InvalidCall};
+    std::string bytes(static_cast<std::size_t>(count), ' ');
+    std::size_t length = 0;
+    while (length < bytes.size()) {
+        const ssize_t got =
+            pread(handle, bytes.data() + length, bytes.size() - length, position - 1 + static_cast<long>(length));
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) Fail("");
+        if (got == 0) break;
+        length += static_cast<std::size_t>(got);
+    }
+    return bytes;
+}
+
+void BinaryFile::Write(long position, std::string_view bytes) {
+    if (position < 1) throw RuntimeError{InvalidCall};
+    while (!bytes.empty()) {
+        const ssize_t written = pwrite(handle, bytes.data(), bytes.size(), position - 1);
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) Fail("");
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+        position += written;
+    }
+}
+
+void CopyFile(const std::string &from, const std::string &to) {
+    const std::string bytes = ReadFile(from);
+    struct stat status {};
+    if (stat(from.c_str(), &status) != 0) Fail(from);
+    OutputFile copy(to, OutputFile::Access::Own);
+    copy.Write(bytes);
+    copy.Close(true);
+    if (chmod(to.c_str(), status.st_mode & 07777) != 0) Fail(to);
+}
+
+bool LockDirectory(const std::string &directory) {
+    const int handle = open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle >= 0 && flock(handle, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+        close(handle);
+        return false;
+    }
+    UnlockDirectory();
+    LockedDirectory = handle;
+    return true;
+}
+
+void UnlockDirectory() {
+    if (LockedDirectory >= 0) close(LockedDirectory);
+    LockedDirectory = -1;
+}

@@ -1,0 +1,101 @@
+// The file system: paths, look-up of names, patterns, whole files, positioned reads and writes, the directory lock.
+// A path is the bytes the system uses; a directory ends in "/". Error numbers: runtime.h. Items inside files: items.h.
+#pragma once
+
+#include "platform/runtime.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+// Divides a path at its last "/" or "\": the directory with it, the name behind it; no separator, no directory.
+void SplitPath(std::string_view path, std::string &directory, std::string &name);
+
+// The directory with a "/" at its end; "/" and "\" count as one already, and "" becomes "/".
+std::string WithSeparator(std::string directory);
+
+// The current directory, ending in "/".
+std::string CurrentDirectory();
+
+// A regular file that can be seen under this path.
+bool FileExists(const std::string &path);
+
+// The name in the directory that a name from a table or template means: the exact one, else the first, in sorted order,
+// that differs only in the case of its letters; "" where there is none. Only regular files count, and a name with a
+// separator in it means none.
+std::string FindName(const std::string &directory, std::string_view name);
+
+// The directory that a path from a table means, below another one: each part exact, else in any letter case; "/" and
+// "\" divide it. A part that is not there is taken as it stands.
+std::string FindDirectory(std::string directory, std::string_view path);
+
+// The names of the regular files of a directory (links not followed) that match a pattern such as "*.XXX", letters in
+// either case; none where the directory cannot be read.
+std::vector<std::string> MatchingNames(const std::string &directory, const std::string &pattern);
+
+// Deletes them; one that cannot be deleted stays.
+void DeleteMatching(const std::string &directory, const std::string &pattern);
+
+// The bytes of a file. Errors 53, 76, 70, 75 and those of the table in runtime.h.
+std::string ReadFile(const std::string &path);
+
+// Deletes one file; a missing one is no error.
+void DeleteFile(const std::string &path);
+
+// Gives a file another name in place of whatever had it.
+void RenameFile(const std::string &from, const std::string &to);
+
+// Writes a file from its first byte, replacing an existing one at once; what was written before an error stays.
+class OutputFile {
+public:
+    enum class Access { User, Own }; // Own: a work file, which nobody else may read and which no link leads elsewhere
+
+    OutputFile(const std::string &path, Access access);
+    ~OutputFile();
+    OutputFile(const OutputFile &) = delete;
+    OutputFile &operator=(const OutputFile &) = delete;
+
+    void Write(std::string_view bytes);
+
+    // Writes what is still held back, has it put on the disk where asked, and reports every delayed error.
+    void Close(bool onDisk);
+
+private:
+    void Flush();
+
+    int handle;
+    std::string held;
+};
+
+// A work file of bytes at positions that count from 1.
+class BinaryFile {
+public:
+    BinaryFile() = default;
+    ~BinaryFile() { Close(); }
+    BinaryFile(const BinaryFile &) = delete;
+    BinaryFile &operator=(const BinaryFile &) = delete;
+
+    void Open(const std::string &path); // error 53 where it is missing
+    bool IsOpen() const { return handle >= 0; }
+    void Close();
+
+    long Size() const; // bytes
+
+    // Bytes from a position on; those past the end of the file are blanks.
+    std::string Read(long position, long count) const;
+
+    // Past the end the file grows.
+    void Write(long position, std::string_view bytes);
+
+private:
+    int handle = -1;
+};
+
+// Copies a file under a new name and puts it on the disk.
+void CopyFile(const std::string &from, const std::string &to);
+
+// Takes the one lock of a directory, giving back any other; false where another program holds it. The lock is no file
+// and ends with the program. A directory that cannot be opened counts as locked by nobody.
+bool LockDirectory(const std::string &directory);
+
+void UnlockDirectory();

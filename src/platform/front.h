@@ -1,0 +1,29 @@
+// What the program asks of the window that shows it. Two fronts answer: qt/ with a real window, console/ without a
+// display. Dialogues: dialogs.h; dates: clock.h.
+#pragma once
+
+#include "platform/layout.h"
+#include "platform/runtime.h"
+
+#include <string_view>
+
+struct Control;
+
+// Puts the keyboard focus on a control; nothing is reported back.
+void FrontShowFocus(Control &control);
+
+// Width of a text in the font of a control, in twips.
+long TextWidth(const Control &control, std::string_view text);
+
+// A small window with one line, while something is loaded. It takes no input and no focus.
+void ShowBanner(std::string_view text);
+void HideBanner();
+
+// The pointer shows that something takes its time, until false.
+void ShowBusyPointer(bool busy);
+
+// Lets the window be painted and answer the desktop in the middle of a long work; the user's acts wait.
+void KeepWindowAlive();
+
+// Ends the program once the running handlers have returned. Asks and saves nothing.
+void EndProgram();

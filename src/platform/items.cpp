@@ -1,0 +1,136 @@
+// Item input and output (items.h).
+#include "platform/items.h"
+
+#include "platform/files.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+namespace {
+
+bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+bool IsLineEnd(char c) { return c == '\r' || c == '\n'; }
+
+void SkipBlanks(ItemInput &input) {
+    while (input.At < input.Bytes.size() && IsBlank(input.Bytes[input.At])) ++input.At;
+}
+
+// Takes a comma or one line end; false where another character stands.
+bool TakeDelimiter(ItemInput &input) {
+    if (input.At >= input.Bytes.size()) return true;
+    const char c = input.Bytes[input.At];
+    if (c != ',' && !IsLineEnd(c)) return false;
+    ++input.At;
+    if (c == '\r' && input.At < input.Bytes.size() && input.Bytes[input.At] == '\n') ++input.At;
+    return true;
+}
+
+std::string ReadQuoted(ItemInput &input, Input fault) {
+    const auto first = input.At + 1;
+    const auto closing = input.Bytes.find('"', first);
+    if (closing == std::string::npos) throw RuntimeError{InputPastEnd};
+    input.At = closing + 1;
+    SkipBlanks(input);
+    if (!TakeDelimiter(input) && fault == Input::Strict) throw RuntimeError{TypeMismatch};
+    return input.Bytes.substr(first, closing - first);
+}
+
+std::size_t DigitsAt(std::string_view text, std::size_t at) {
+    std::size_t count = 0;
+    while (at + count < text.size() && text[at + count] >= '0' && text[at + count] <= '9') ++count;
+    return count;
+}
+
+// [+|-]digits[.digits][E[+|-]digits], nothing before or behind it.
+bool IsNumber(std::string_view text) {
+    std::size_t i = !text.empty() && (text[0] == '+' || text[0] == '-') ? 1 : 0;
+    const std::size_t whole = DigitsAt(text, i);
+    i += whole;
+    if (whole == 0) return false;
+    if (i < text.size() && text[i] == '.') i += 1 + DigitsAt(text, i + 1);
+    if (i < text.size() && (text[i] == 'E' || text[i] == 'e')) {
+        ++i;
+        if (i < text.size() && (text[i] == '+' || text[i] == '-')) ++i;
+        const std::size_t exponent = DigitsAt(text, i);
+        if (exponent == 0) return false;
+        i += exponent;
+    }
+    return i == text.size();
+}
+
+double ReadNumber(ItemInput &input, Input fault, double least, double most) {
+    const std::string text = ReadText(input, fault);
+    if (!IsNumber(text)) {
+        if (fault == Input::Strict) throw RuntimeError{TypeMismatch};
+        return 0;
+    }
+    // from_chars, unlike strtod, reads a point whatever the user's locale; it takes no plus sign.
+    double number = 0;
+    const char *const first = text.data() + (text[0] == '+' ? 1 : 0);
+    const auto read = std::from_chars(first, text.data() + text.size(), number);
+    number = std::nearbyint(number);
+    if (read.ec != std::errc() || number < least || number > most) throw RuntimeError{Overflow};
+    return number;
+}
+
+} // namespace
+
+ItemInput OpenItems(const std::string &path) { return ItemsOf(ReadFile(path)); }
+
+ItemInput ItemsOf(std::string bytes) {
+    constexpr char EndOfFile = 0x1A;
+    bytes.resize(std::min(bytes.find(EndOfFile), bytes.size()));
+    return {std::move(bytes), 0};
+}
+
+bool AtEnd(const ItemInput &input) {
+    return std::all_of(input.Bytes.begin() + static_cast<std::ptrdiff_t>(input.At), input.Bytes.end(),
+                       [](char c) { return IsBlank(c) || IsLineEnd(c); });
+}
+
+void BeginRecord(ItemInput &input) {
+    while (input.At < input.Bytes.size() && (IsBlank(input.Bytes[input.At]) || IsLineEnd(input.Bytes[input.At])))
+        ++input.At;
+}
+
+std::string ReadText(ItemInput &input, Input fault) {
+    SkipBlanks(input);
+    if (input.At >= input.Bytes.size()) throw RuntimeError{InputPastEnd};
+    if (input.Bytes[input.At] == '"') return ReadQuoted(input, fault);
+    const auto first = input.At;
+    input.At = std::min(input.Bytes.find_first_of(",\r\n", first), input.Bytes.size());
+    auto last = input.At;
+    while (last > first && IsBlank(input.Bytes[last - 1])) --last;
+    TakeDelimiter(input);
+    return input.Bytes.substr(first, last - first);
+}
+
+Integer ReadInteger(ItemInput &input, Input fault) {
+    return static_cast<Integer>(ReadNumber(input, fault, INT16_MIN, INT16_MAX));
+}
+
+std::int32_t ReadLong(ItemInput &input, Input fault) {
+    return static_cast<std::int32_t>(ReadNumber(input, fault, INT32_MIN, INT32_MAX));
+}
+
+std::string ReadTextLine(ItemInput &input, Input fault) {
+    BeginRecord(input);
+    return ReadText(input, fault);
+}
+
+std::string Quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
+
+std::string WithWholeLineBreaks(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (!IsLineEnd(text[i])) {
+            result += text[i];
+            continue;
+        }
+        result += "\r\n";
+        if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') ++i;
+    }
+    return result;
+}

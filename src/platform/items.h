@@ -1,0 +1,46 @@
+// Comma-and-line delimited items: reading them from a text file, and writing them. Files themselves: files.h.
+#pragma once
+
+#include "platform/runtime.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+// What a fault in an item does. Lenient: a text that is no number is 0, and characters behind a closing quote begin the
+// next item. Strict: both are error 13.
+enum class Input { Lenient, Strict };
+
+// A text file being read. Its end is the end of the bytes or the first byte 1A hex.
+struct ItemInput {
+    std::string Bytes;
+    std::size_t At = 0;
+};
+
+// The whole file, ready to read; the errors of ReadFile (files.h).
+ItemInput OpenItems(const std::string &path);
+
+// Items from bytes in hand.
+ItemInput ItemsOf(std::string bytes);
+
+// Only blanks (spaces, tabs) and line ends remain.
+bool AtEnd(const ItemInput &input);
+
+// To be called before the first item of each record, choice line or continuation line: skips blanks and line ends.
+void BeginRecord(ItemInput &input);
+
+// The next item. Error 62 at the end of the file or where a closing quote is missing.
+std::string ReadText(ItemInput &input, Input fault);
+
+// The next item as a number, rounded half to even; error 6 outside its range.
+Integer ReadInteger(ItemInput &input, Input fault);
+std::int32_t ReadLong(ItemInput &input, Input fault);
+
+// One record of a single text item: a choice line or a continuation line.
+std::string ReadTextLine(ItemInput &input, Input fault);
+
+// An item as it is written: in double quotes, nothing escaped.
+std::string Quoted(std::string_view text);
+
+// Every lone carriage return or line feed made the pair of both.
+std::string WithWholeLineBreaks(std::string_view text);

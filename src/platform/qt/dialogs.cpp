@@ -1,0 +1,126 @@
+// Message boxes, input boxes and the common file dialog as windows (platform/dialogs.h).
+#include "platform/dialogs.h"
+
+#include "platform/codepage.h"
+#include "platform/qt/text.h"
+#include "platform/qt/window.h"
+
+#include <QCloseEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QKeyEvent>
+#include <QMessageBox>
+
+namespace {
+
+// A box that only its buttons answer, where none of them means "no answer".
+class MessageBox : public QMessageBox {
+public:
+    MessageBox(QWidget *parent, bool cancellable) : QMessageBox(parent), closes(cancellable) {}
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override {
+        if (closes || event->key() != Qt::Key_Escape) QMessageBox::keyPressEvent(event);
+    }
+
+    void closeEvent(QCloseEvent *event) override {
+        if (closes)
+            QMessageBox::closeEvent(event);
+        else
+            event->ignore();
+    }
+
+private:
+    bool closes;
+};
+
+QMessageBox::StandardButtons ButtonsOf(int style) {
+    switch (style & ButtonsMask) {
+    case OkCancel: return QMessageBox::Ok | QMessageBox::Cancel;
+    case YesNoCancel: return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case YesNo: return QMessageBox::Yes | QMessageBox::No;
+    default: return QMessageBox::Ok;
+    }
+}
+
+QMessageBox::StandardButton DefaultOf(int style) {
+    const bool second = (style & SecondIsDefault) != 0;
+    switch (style & ButtonsMask) {
+    case OkCancel: return second ? QMessageBox::Cancel : QMessageBox::Ok;
+    case YesNoCancel:
+    case YesNo: return second ? QMessageBox::No : QMessageBox::Yes;
+    default: return QMessageBox::Ok;
+    }
+}
+
+QMessageBox::Icon IconOf(int style) {
+    switch (style & IconMask) {
+    case CriticalIcon: return QMessageBox::Critical;
+    case QuestionIcon: return QMessageBox::Question;
+    case ExclamationIcon: return QMessageBox::Warning;
+    case InformationIcon: return QMessageBox::Information;
+    default: return QMessageBox::NoIcon;
+    }
+}
+
+Answer AnswerOf(int button) {
+    switch (button) {
+    case QMessageBox::Ok: return OkAnswer;
+    case QMessageBox::Yes: return YesAnswer;
+    case QMessageBox::No: return NoAnswer;
+    default: return CancelAnswer;
+    }
+}
+
+// "label|patterns|..." as the toolkit writes it: "label (patterns);;...".
+QString FilterOf(const std::string &filter) {
+    const QStringList parts = QString::fromStdString(filter).split('|');
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
+        filters << parts[i] + " (" + QString(parts[i + 1]).replace(';', ' ').simplified() + ")";
+    return filters.join(";;");
+}
+
+QString NameOf(const std::string &name) { return QFile::decodeName(QByteArray::fromStdString(name)); }
+
+} // namespace
+
+Answer MsgBox(std::string_view text, int style, std::string_view title) {
+    ShowChanges();
+    MessageBox box(MainWindow(), (style & ButtonsMask) != YesNo);
+    box.setWindowTitle(AsMessage(title));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(AsMessage(text));
+    box.setIcon(IconOf(style));
+    box.setStandardButtons(ButtonsOf(style));
+    box.setDefaultButton(DefaultOf(style));
+    return AnswerOf(box.exec());
+}
+
+std::string InputBox(std::string_view prompt, std::string_view title, std::string_view proposal) {
+    ShowChanges();
+    bool accepted = false;
+    const QString text = QInputDialog::getText(MainWindow(), AsMessage(title), AsMessage(prompt), QLineEdit::Normal,
+                                               NameOf(std::string(proposal)), &accepted);
+    return accepted ? QFile::encodeName(text).toStdString() : "";
+}
+
+void ShowOpen(CommonDialog &dialog) {
+    ShowChanges();
+    dialog.FileName = QFile::encodeName(QFileDialog::getOpenFileName(MainWindow(), AsMessage(dialog.Title),
+                                                                     NameOf(dialog.InitDir + dialog.FileName),
+                                                                     FilterOf(dialog.Filter), nullptr,
+                                                                     QFileDialog::HideNameFilterDetails))
+                          .toStdString();
+}
+
+void ShowSave(CommonDialog &dialog) {
+    ShowChanges();
+    QFileDialog::Options options = QFileDialog::HideNameFilterDetails;
+    if ((dialog.Flags & OverwritePrompt) == 0) options |= QFileDialog::DontConfirmOverwrite;
+    dialog.FileName = QFile::encodeName(QFileDialog::getSaveFileName(MainWindow(), AsMessage(dialog.Title),
+                                                                     NameOf(dialog.InitDir + dialog.FileName),
+                                                                     FilterOf(dialog.Filter), nullptr, options))
+                          .toStdString();
+}

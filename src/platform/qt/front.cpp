@@ -1,0 +1,60 @@
+// Small services of the window system (platform/front.h, platform/clock.h). The window: window.cpp; dialogues:
+// dialogs.cpp.
+#include "platform/front.h"
+
+#include "platform/clock.h"
+#include "platform/codepage.h"
+#include "platform/qt/text.h"
+#include "platform/qt/window.h"
+
+#include <QApplication>
+#include <QDate>
+#include <QFontMetrics>
+#include <QLabel>
+#include <QLocale>
+#include <QWidget>
+
+#include <memory>
+
+namespace {
+
+constexpr long TwipsPerInch = 1440;
+
+// The banner while it is shown; null otherwise.
+std::unique_ptr<QLabel> Banner;
+
+} // namespace
+
+long TextWidth(const Control &control, std::string_view text) {
+    const QWidget *const widget = WidgetOf(control);
+    if (widget == nullptr) return 0;
+    return QFontMetrics(widget->font()).horizontalAdvance(ToOneLine(text)) * TwipsPerInch / widget->logicalDpiX();
+}
+
+void ShowBanner(std::string_view text) {
+    Banner = std::make_unique<QLabel>(AsLabel(text), nullptr, Qt::ToolTip);
+    Banner->setAttribute(Qt::WA_ShowWithoutActivating);
+    Banner->setMargin(Banner->fontMetrics().height());
+    Banner->adjustSize();
+    if (MainWindow() != nullptr) Banner->move(MainWindow()->geometry().center() - Banner->rect().center());
+    Banner->show();
+    Banner->repaint();
+}
+
+void HideBanner() { Banner.reset(); }
+
+void ShowBusyPointer(bool busy) {
+    if (busy)
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QApplication::restoreOverrideCursor();
+}
+
+void KeepWindowAlive() {
+    ShowChanges();
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+std::string ShortDate() {
+    return FromUtf8(QLocale::system().toString(QDate::currentDate(), QLocale::ShortFormat).toStdString());
+}

@@ -1,0 +1,6 @@
+// The program's icon.
+#pragma once
+
+#include <QIcon>
+
+QIcon ProgramIcon();

@@ -1,0 +1,87 @@
+// The program's frame with a window: start, event loop, end (platform/program.h).
+#include "platform/program.h"
+
+#include "platform/qt/icon.h"
+#include "platform/qt/window.h"
+
+#include "platform/front.h"
+
+#include <QApplication>
+#include <QSessionManager>
+#include <QSocketNotifier>
+#include <QWidget>
+
+#include <csignal>
+#include <cstdlib>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace {
+
+// Both ends of the pipe that carries a signal's number into the event loop; -1 before there is one.
+int SignalPipe[2] = {-1, -1};
+
+// EndProgram was called.
+bool Ending = false;
+
+extern "C" void PassSignal(int number) {
+    const char byte = static_cast<char>(number);
+    // A full pipe holds a signal already.
+    if (write(SignalPipe[0], &byte, 1) < 0) return;
+}
+
+// Runs `end` when the program is told to go. The program ends right there: it may be in the middle of a dialogue, and
+// what would run after that must not bring work files back.
+void EndOnSignals(void (*end)()) {
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, SignalPipe) != 0) return;
+    auto *notifier = new QSocketNotifier(SignalPipe[1], QSocketNotifier::Read, QCoreApplication::instance());
+    QObject::connect(notifier, &QSocketNotifier::activated, notifier, [end] {
+        constexpr int SignalStatus = 128;
+        char number = 0;
+        if (read(SignalPipe[1], &number, 1) != 1) return;
+        end();
+        std::_Exit(SignalStatus + number);
+    });
+    for (const int number : {SIGTERM, SIGHUP, SIGINT}) std::signal(number, PassSignal);
+}
+
+// The desktop's session ends: asked as on closing where asking is allowed, and never held up otherwise.
+void AskBeforeSessionEnd(bool (*mayClose)()) {
+    QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp, [mayClose](QSessionManager &manager) {
+        if (!manager.allowsInteraction()) return;
+        const bool closes = mayClose();
+        ShowChanges();
+        manager.release();
+        if (!closes) manager.cancel();
+    });
+}
+
+} // namespace
+
+void StartProgram(int &argc, char **argv) {
+    auto *application = new QApplication(argc, argv); // lives as long as the process
+    application->setApplicationName("quintave");
+    application->setApplicationDisplayName("Quintave");
+    application->setQuitOnLastWindowClosed(false);
+    application->setWindowIcon(ProgramIcon());
+}
+
+void ShowMainWindow(const Place &layout, bool (*mayClose)(), void (*end)()) {
+    QWidget *const window = BuildMainWindow(layout, mayClose);
+    EndOnSignals(end);
+    AskBeforeSessionEnd(mayClose);
+    ShowChanges();
+    window->show();
+}
+
+int RunProgram() {
+    ShowChanges();
+    return Ending ? 0 : QApplication::exec();
+}
+
+void EndProgram() {
+    Ending = true;
+    CloseForGood();
+    if (MainWindow() != nullptr) MainWindow()->hide();
+    QCoreApplication::exit(0);
+}

@@ -1,0 +1,221 @@
+// The main window (window.h). What each kind of control looks like: views.cpp.
+#include "platform/qt/window.h"
+
+#include "platform/front.h"
+#include "platform/qt/icon.h"
+#include "platform/qt/views.h"
+
+#include <QBoxLayout>
+#include <QCloseEvent>
+#include <QStackedLayout>
+
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace {
+
+// The parts of one place of which the last visible one is shown.
+struct Pages {
+    QStackedLayout *Stack;
+    std::vector<const Control *> Parts;
+};
+
+// The views by control; empty before the window is built.
+std::unordered_map<const Control *, View> Views;
+std::vector<Pages> AllPages;
+QWidget *TheWindow = nullptr;
+
+// Depth of ShowChanges.
+int Showing = 0;
+
+// The window closes without asking.
+bool MayCloseUnasked = false;
+
+class Window : public QWidget {
+public:
+    explicit Window(bool (*question)()) : mayClose(question) {}
+
+protected:
+    void closeEvent(QCloseEvent *event) override {
+        if (MayCloseUnasked) return;
+        bool closes = false;
+        Report([&] { closes = mayClose(); });
+        event->setAccepted(closes);
+    }
+
+private:
+    bool (*mayClose)();
+};
+
+// --- Building
+// ---------------------------------------------------------------------------------------------------------------
+
+void AddPart(QBoxLayout &box, const Place &place, QWidget *parent);
+
+void AddParts(QBoxLayout &box, const Place &place, QWidget *parent) {
+    for (const Place &part : place.Parts) AddPart(box, part, parent);
+}
+
+QWidget *MakeControl(const Place &place, QWidget *parent) {
+    View view = MakeView(*place.Of, parent, place.Columns, place.Lines);
+    QWidget *const widget = view.Widget;
+    Views[place.Of] = std::move(view);
+    if (!place.Parts.empty()) AddParts(*new QVBoxLayout(widget), place, widget);
+    return widget;
+}
+
+QWidget *MakeBox(const Place &place, QWidget *parent) {
+    auto *widget = new QWidget(parent);
+    auto *box = new QBoxLayout(place.Form == Shape::Row ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom, widget);
+    box->setContentsMargins(0, 0, 0, 0);
+    AddParts(*box, place, widget);
+    if (place.Lines > 0) widget->setMinimumHeight(place.Lines * widget->fontMetrics().lineSpacing());
+    return widget;
+}
+
+QWidget *MakePages(const Place &place, QWidget *parent) {
+    auto *widget = new QWidget(parent);
+    Pages pages{new QStackedLayout(widget), {}};
+    for (const Place &part : place.Parts) {
+        pages.Stack->addWidget(MakeControl(part, widget));
+        pages.Parts.push_back(part.Of);
+    }
+    AllPages.push_back(std::move(pages));
+    return widget;
+}
+
+void AddPart(QBoxLayout &box, const Place &place, QWidget *parent) {
+    switch (place.Form) {
+    case Shape::Space: box.addStretch(1); return;
+    case Shape::One: {
+        // A control that the program places stands at the left, as wide as the program says.
+        box.addWidget(MakeControl(place, parent), place.Stretch);
+        return;
+    }
+    case Shape::Row:
+    case Shape::Column: box.addWidget(MakeBox(place, parent), place.Stretch); return;
+    case Shape::Pages: box.addWidget(MakePages(place, parent), place.Stretch); return;
+    }
+}
+
+// --- Showing changes
+// --------------------------------------------------------------------------------------------------------
+
+bool StandsInPages(const Control &control) {
+    for (const Pages &pages : AllPages)
+        for (const Control *part : pages.Parts)
+            if (part == &control) return true;
+    return false;
+}
+
+void ShowLastVisiblePage() {
+    for (const Pages &pages : AllPages)
+        for (std::size_t i = 0; i < pages.Parts.size(); ++i)
+            if (pages.Parts[i]->Visible) pages.Stack->setCurrentIndex(static_cast<int>(i));
+}
+
+Qt::FocusPolicy FocusPolicyOf(const Control &control) {
+    const bool takes = control.Type != Kind::Frame && control.Type != Kind::Label && control.Type != Kind::Image &&
+                       control.Type != Kind::Timer && control.TakesFocus;
+    if (!takes) return Qt::NoFocus;
+    return control.TabStop ? Qt::StrongFocus : Qt::ClickFocus;
+}
+
+void ShowState(const Control &control, QWidget &widget) {
+    widget.setEnabled(control.Enabled);
+    widget.setFocusPolicy(FocusPolicyOf(control));
+    if (StandsInPages(control))
+        ShowLastVisiblePage();
+    else if (control.Type != Kind::Timer)
+        widget.setVisible(control.Visible);
+}
+
+QColor ColourOf(Colour colour) { return {colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF}; }
+
+void ShowColour(const Control &control, QWidget &widget) {
+    if (control.BackColor == DesignColour) return;
+    const QColor back = ColourOf(control.BackColor);
+    QPalette palette = widget.palette();
+    if (control.Type == Kind::Frame) {
+        palette.setColor(QPalette::Window, back);
+        palette.setColor(QPalette::WindowText, ReadableOn(back));
+        widget.setAutoFillBackground(true);
+    } else {
+        palette.setColor(QPalette::Base, back);
+        palette.setColor(QPalette::Text, ReadableOn(back));
+    }
+    widget.setPalette(palette);
+}
+
+void ShowControl(Control &control) {
+    const unsigned aspects = std::exchange(control.Changed, 0U);
+    const auto found = Views.find(&control);
+    if (found != Views.end()) {
+        if (aspects & ShownAspect) ShowState(control, *found->second.Widget);
+        if (aspects & ColourAspect) ShowColour(control, *found->second.Widget);
+        found->second.Refresh(aspects);
+    }
+    control.ChangedRows.clear();
+}
+
+// The toolkit moves the focus on when its widget is hidden; that choice stands where the program made none.
+void SettleFocus() {
+    QWidget *const focused = TheWindow->focusWidget();
+    if (Focused() != nullptr) {
+        QWidget *const wanted = WidgetOf(*Focused());
+        if (wanted != nullptr && wanted != focused && wanted->isVisible()) wanted->setFocus(Qt::OtherFocusReason);
+        return;
+    }
+    for (const auto &[control, view] : Views)
+        if (view.Widget == focused && focused->isVisible()) UserEnters(*const_cast<Control *>(control));
+}
+
+} // namespace
+
+QWidget *BuildMainWindow(const Place &layout, bool (*mayClose)()) {
+    SetContainers(layout);
+    TheWindow = new Window(mayClose);
+    TheWindow->setWindowTitle("Quintave");
+    TheWindow->setWindowIcon(ProgramIcon());
+    auto *box = new QVBoxLayout(TheWindow);
+    AddParts(*box, layout, TheWindow);
+    for (auto &[control, view] : Views) {
+        auto &shown = const_cast<Control &>(*control);
+        shown.Changed = ~0U & ~(shown.Width > 0 ? 0U : PlaceAspect);
+        ShowControl(shown);
+    }
+    return TheWindow;
+}
+
+QWidget *MainWindow() { return TheWindow; }
+
+QWidget *WidgetOf(const Control &control) {
+    const auto found = Views.find(&control);
+    return found == Views.end() ? nullptr : found->second.Widget;
+}
+
+void ShowChanges() {
+    if (TheWindow == nullptr || Showing > 0) return;
+    for (auto changed = TakeChanges(); !changed.empty(); changed = TakeChanges()) {
+        ++Showing;
+        for (Control *control : changed) ShowControl(*control);
+        --Showing;
+        SettleFocus();
+    }
+}
+
+bool IsShowingChanges() { return Showing > 0; }
+
+void Report(const std::function<void()> &act) {
+    act();
+    ShowChanges();
+}
+
+void CloseForGood() { MayCloseUnasked = true; }
+
+void FrontShowFocus(Control &control) {
+    ShowChanges();
+    QWidget *const widget = WidgetOf(control);
+    if (widget != nullptr) widget->setFocus(Qt::OtherFocusReason);
+}

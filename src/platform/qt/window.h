@@ -1,0 +1,22 @@
+// The main window: its widgets from the layout, and showing what the program changed.
+#pragma once
+
+#include "platform/layout.h"
+
+class QWidget;
+struct Control;
+
+// Builds the window; it is not shown yet.
+QWidget *BuildMainWindow(const Place &layout, bool (*mayClose)());
+
+// The main window, or null before there is one: the parent of dialogues.
+QWidget *MainWindow();
+
+// The widget of a control; null for one that stands nowhere.
+QWidget *WidgetOf(const Control &control);
+
+// Shows all changes that the program made to its controls since the last time.
+void ShowChanges();
+
+// The window closes without asking from now on.
+void CloseForGood();

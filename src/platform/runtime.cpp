@@ -1,0 +1,68 @@
+// Texts and errors of the runtime (runtime.h).
+#include "platform/runtime.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr std::array<std::pair<Integer, std::string_view>, 19> Descriptions{{
+    {InvalidCall, "Invalid procedure call or argument"},
+    {Overflow, "Overflow"},
+    {OutOfMemory, "Out of memory"},
+    {SubscriptOutOfRange, "Subscript out of range"},
+    {TypeMismatch, "Type mismatch"},
+    {BadFileName, "Bad file name or number"},
+    {FileNotFound, "File not found"},
+    {BadFileMode, "Bad file mode"},
+    {FileAlreadyOpen, "File already open"},
+    {DeviceError, "Device I/O error"},
+    {FileAlreadyExists, "File already exists"},
+    {DiskFull, "Disk full"},
+    {InputPastEnd, "Input past end of file"},
+    {TooManyFiles, "Too many files"},
+    {DeviceUnavailable, "Device unavailable"},
+    {PermissionDenied, "Permission denied"},
+    {PathAccessError, "Path/File access error"},
+    {PathNotFound, "Path not found"},
+    {PrinterError, "Printer error"},
+}};
+
+} // namespace
+
+std::string_view Description(Integer number) {
+    for (const auto &[n, text] : Descriptions)
+        if (n == number) return text;
+    return "Application-defined error";
+}
+
+std::string ErrorText(Integer number) { return std::to_string(number) + " - " + std::string(Description(number)); }
+
+std::string RTrim(std::string_view text) {
+    const auto last = text.find_last_not_of(' ');
+    return std::string(text.substr(0, last == std::string_view::npos ? 0 : last + 1));
+}
+
+std::string Trim(std::string_view text) {
+    const auto first = text.find_first_not_of(' ');
+    return first == std::string_view::npos ? "" : RTrim(text.substr(first));
+}
+
+std::string Left(std::string_view text, long count) {
+    return std::string(text.substr(0, static_cast<std::size_t>(std::max(count, 0L))));
+}
+
+std::string Right(std::string_view text, long count) {
+    const auto wanted = std::min(static_cast<std::size_t>(std::max(count, 0L)), text.size());
+    return std::string(text.substr(text.size() - wanted));
+}
+
+std::int32_t NumericValue(std::string_view text) {
+    std::size_t i = std::min(text.find_first_not_of(' '), text.size());
+    const bool negative = i < text.size() && text[i] == '-';
+    if (i < text.size() && (text[i] == '-' || text[i] == '+')) ++i;
+    std::int64_t number = 0;
+    for (; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i)
+        number = std::min<std::int64_t>(number * 10 + (text[i] - '0'), INT32_MAX);
+    return static_cast<std::int32_t>(negative ? -number : number);
+}
