@@ -1,0 +1,37 @@
+// An open repeatable group: entering it, moving between its occurrences, leaving it. Insert, delete and jump:
+// table_commands.h.
+#pragma once
+
+#include "platform/runtime.h"
+
+// Enters the group that an element starts. A group without members says so, a store that cannot be used gives its
+// message; neither is entered.
+void OpenGroup(Integer head);
+
+// Event of GrpExit: stores the occurrence on screen and returns to the field list. Where it cannot be stored the group
+// stays open, after the message.
+void GrpExit_Click();
+
+// GrpExit_Click where a group is open; false where it still is.
+bool LeaveGroup();
+
+// Event of FldChange.
+void FldChange_Click(Integer Index);
+
+// The element that heads the open group.
+Integer GroupHead();
+
+// Puts a pending edit into the occurrence and that into the store, before another occurrence is shown.
+void StoreShownOccurrence();
+
+// Reads an occurrence and shows it; the group remembers it.
+void ShowOccurrence(Integer index);
+
+// Rewrites the rows of the open group from GroupItems().
+void ShowFieldValueLine();
+
+// Runs a group command; an error becomes its message, and the occurrence stays on screen.
+void RunGroupCommand(void (*command)());
+
+// Takes an open group off the screen without storing anything.
+void CloseGroupScreen();

@@ -1,0 +1,152 @@
+// Group stores as files (store.h).
+#include "groups/store.h"
+
+#include "model/field_model.h"
+#include "model/work_files.h"
+#include "platform/files.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+// The store of the open group, and where it lies; closed outside groups.
+BinaryFile OpenFile;
+std::string OpenPath;
+
+constexpr long BlockBytes = 1L << 20; // copied at a time, so that the largest store needs no more memory than this
+
+long PositionOf(long occurrence) { return occurrence * GroupRecordLength + GroupHeader + 1; }
+
+Integer CountAt(std::string_view bytes, std::size_t at) {
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned>(static_cast<unsigned char>(bytes[i])); };
+    return static_cast<Integer>(static_cast<std::uint16_t>(byte(at) | (byte(at + 1) << 8)));
+}
+
+// The counts in a header; error 62 where it was cut short or belongs to another group.
+GroupCounts CountsIn(std::string_view header, Integer head) {
+    GroupCounts counts;
+    if (header.size() >= static_cast<std::size_t>(GroupHeader)) counts = {CountAt(header, 0), CountAt(header, 2)};
+    if (counts.Occurrences < 0 || counts.Items != GroupLength(head) ||
+        header.size() < static_cast<std::size_t>(GroupHeader))
+        throw RuntimeError{InputPastEnd};
+    return counts;
+}
+
+void RestoreDeletedStore() {
+    OutputFile file(OpenPath, OutputFile::Access::Own);
+    file.Write(OpenFile.Read(1, PositionOf(GroupOccurrenceCount) - 1));
+    file.Close(false);
+    OpenFile.Open(OpenPath);
+}
+
+void NeedStore() {
+    if (FileExists(OpenPath)) return;
+    RestoreDeletedStore();
+    throw RuntimeError{FileNotFound};
+}
+
+std::string BlankRecord() { return std::string(static_cast<std::size_t>(GroupRecordLength), ' '); }
+
+// Bytes of the store from a position up to, not including, another.
+struct Range {
+    long First;
+    long End;
+};
+
+void CopyRanges(OutputFile &file, const std::vector<Range> &ranges) {
+    for (Range range : ranges)
+        for (; range.First < range.End; range.First += BlockBytes)
+            file.Write(OpenFile.Read(range.First, std::min(BlockBytes, range.End - range.First)));
+}
+
+// Makes the store anew beside itself and puts it in its own place, so that a fault leaves it as it was.
+void RewriteStore(Integer count, const std::vector<Range> &before, std::string_view between,
+                  const std::vector<Range> &behind) {
+    NeedStore();
+    const std::string staged = StagedName(OpenPath);
+    OutputFile file(staged, OutputFile::Access::Own);
+    file.Write(GroupStoreHeader(GroupItemCount, count));
+    CopyRanges(file, before);
+    file.Write(between);
+    CopyRanges(file, behind);
+    file.Close(false);
+    RenameFile(staged, OpenPath);
+    OpenFile.Open(OpenPath);
+    GroupOccurrenceCount = count;
+}
+
+} // namespace
+
+Integer GroupLength(Integer head) {
+    Integer length = 0;
+    const Integer end = GroupEnd(head);
+    for (Integer e = ToInteger(head + 1); e < end; ++e)
+        if (HasValue(e)) length = ToInteger(length + FieldInfo[e][KindItem]);
+    return length;
+}
+
+GroupCounts ReadStore(Integer head, std::string &occurrences) {
+    occurrences = ReadFile(ResourceDir + GroupFileName(head));
+    const GroupCounts counts = CountsIn(occurrences, head);
+    occurrences.erase(0, static_cast<std::size_t>(GroupHeader));
+    occurrences.resize(static_cast<std::size_t>(counts.Items) * static_cast<std::size_t>(counts.Occurrences), ' ');
+    return counts;
+}
+
+void ReplaceStore(Integer head, std::string_view occurrences) {
+    const Integer length = GroupLength(head);
+    const Integer count = length == 0 ? Integer{1} : ToInteger(occurrences.size() / static_cast<std::size_t>(length));
+    const std::string path = ResourceDir + GroupFileName(head);
+    // The old occurrences stay until the new ones are whole.
+    const std::string staged = StagedName(path);
+    OutputFile file(staged, OutputFile::Access::Own);
+    file.Write(GroupStoreHeader(length, count));
+    file.Write(occurrences);
+    file.Close(false);
+    RenameFile(staged, path);
+}
+
+void OpenStore(Integer head) {
+    OpenPath = ResourceDir + GroupFileName(head);
+    OpenFile.Open(OpenPath);
+    const std::string header = ReadFile(OpenPath).substr(0, static_cast<std::size_t>(GroupHeader));
+    const GroupCounts counts = CountsIn(header, head);
+    GroupItemCount = counts.Items;
+    GroupRecordLength = counts.Items;
+    GroupOccurrenceCount = std::max<Integer>(counts.Occurrences, 1);
+}
+
+void CloseStore() { OpenFile.Close(); }
+
+void WriteOccurrence() {
+    NeedStore();
+    OpenFile.Write(PositionOf(GroupLoadedOccurrence), std::string_view(GroupItems).substr(1));
+}
+
+void ReadOccurrence(Integer index) {
+    GroupItems = " " + OpenFile.Read(PositionOf(index), GroupItemCount);
+    GroupLoadedOccurrence = index;
+}
+
+void AppendBlankOccurrence() {
+    const Integer count = ToInteger(GroupOccurrenceCount + 1);
+    NeedStore();
+    OpenFile.Write(PositionOf(GroupOccurrenceCount), BlankRecord());
+    OpenFile.Write(1, GroupStoreHeader(GroupItemCount, count));
+    GroupOccurrenceCount = count;
+}
+
+void InsertBlankOccurrence(Integer at) {
+    const Integer count = ToInteger(GroupOccurrenceCount + 1);
+    const long end = OpenFile.Size() + 1;
+    RewriteStore(count, {{PositionOf(0), PositionOf(at)}}, BlankRecord(),
+                 {{PositionOf(at), PositionOf(count - 1)}, {PositionOf(count), end}});
+}
+
+void RemoveOccurrence(Integer at) {
+    const Integer count = ToInteger(GroupOccurrenceCount - 1);
+    const long end = OpenFile.Size() + 1;
+    RewriteStore(count, {{PositionOf(0), PositionOf(at)}}, "",
+                 {{PositionOf(at + 1L), PositionOf(count + 1L)}, {PositionOf(count), end}});
+}

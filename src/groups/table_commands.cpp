@@ -1,0 +1,84 @@
+// Insert, delete and jump (table_commands.h).
+#include "groups/table_commands.h"
+
+#include "groups/occurrence.h"
+#include "groups/open_group.h"
+#include "groups/store.h"
+#include "main/main_window.h"
+#include "model/field_model.h"
+#include "screen/command_keys.h"
+#include "screen/selected_field.h"
+#include "screen/value_entry.h"
+
+#include <algorithm>
+
+namespace {
+
+void Insert() {
+    StoreShownOccurrence();
+    InsertBlankOccurrence(GroupLoadedOccurrence);
+    AddRow(Quintave.TblFldNum, std::to_string(GroupOccurrenceCount));
+    MarkChanged();
+    ShowOccurrence(GroupLoadedOccurrence);
+    SetFocus(ActiveRows());
+}
+
+// A group keeps one occurrence, which is emptied instead.
+void EmptyOnlyOccurrence() {
+    ClearOccurrence();
+    WriteOccurrence();
+    ShowOccurrence(0);
+}
+
+void RemoveShownOccurrence() {
+    const Integer index = GroupLoadedOccurrence;
+    RemoveOccurrence(index);
+    RemoveRow(Quintave.TblFldNum, GroupOccurrenceCount);
+    ShowOccurrence(std::max<Integer>(ToInteger(index - 1), 0));
+}
+
+void Delete() {
+    StoreShownOccurrence();
+    if (GroupOccurrenceCount == 1)
+        EmptyOnlyOccurrence();
+    else
+        RemoveShownOccurrence();
+    MarkChanged();
+    SetFocus(ActiveRows());
+}
+
+void Jump() {
+    const Integer index = Quintave.TblFldNum.ListIndex;
+    StoreShownOccurrence();
+    ShowSelectedField(Restart, PutAwayOnly);
+    ShowOccurrence(index);
+    SetFocus(Quintave.TblFldNum);
+}
+
+} // namespace
+
+void TblFldInsert_Click() { RunGroupCommand(Insert); }
+
+void TblFldDelete_Click() { RunGroupCommand(Delete); }
+
+void TblFldNum_Click() {
+    if (UserKey != True || Quintave.TblFldNum.ListIndex == GroupLoadedOccurrence) return;
+    RunGroupCommand(Jump);
+    // The row click of the refresh has cleared it, and the selector still has the focus.
+    UserKey = Truth(Focused() == &Quintave.TblFldNum);
+}
+
+void TblFldNum_GotFocus() { UserKey = True; }
+
+void TblFldNum_LostFocus() { UserKey = False; }
+
+void TblFldNum_KeyDown(Integer /*Index*/, Integer &KeyCode, Integer Shift) {
+    CtrlHeld = False;
+    UserKey = True;
+    if (Shift == CtrlMask) {
+        CtrlHeld = True;
+        HandleCommandKey(KeyCode);
+    } else if (KeyCode == EnterCode) {
+        SetFocus(ActiveRows());
+    }
+}

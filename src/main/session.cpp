@@ -1,0 +1,123 @@
+// Reset, quit and closing (session.h).
+#include "main/session.h"
+
+#include "groups/open_group.h"
+#include "groups/store.h"
+#include "main/main_window.h"
+#include "model/field_model.h"
+#include "model/template_file.h"
+#include "model/work_files.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
+#include "platform/front.h"
+#include "report/save_command.h"
+#include "screen/row_text.h"
+#include "screen/selected_field.h"
+#include "screen/value_entry.h"
+
+namespace {
+
+// Saves for another command. False where the user cancelled the dialog or the report could not be written.
+bool SaveBefore() {
+    const Integer former = QuitSave;
+    QuitSave = True;
+    CommandSave_Click();
+    QuitSave = former;
+    return TmpStr != "Cancel" && DataChanged == False;
+}
+
+void EmptyRows() {
+    Control &rows = Quintave.List1[0];
+    for (Integer row = 0; row < NumRows; ++row) {
+        const Integer element = RowField[row];
+        RowValue[row].clear();
+        if (!IsSection(element) && !IsGroupStart(element))
+            SetRow(rows, row, RowWithValue(rows.Rows[static_cast<std::size_t>(row)], ""));
+    }
+}
+
+// Every group back to one blank occurrence, every list to no choice.
+void EmptyElements() {
+    for (Integer e = 1; e <= NumFields && e > 0; ++e) {
+        FieldInfo[e][Choice] = IsList(e) ? Integer{-1} : Integer{0};
+        if (!IsGroupStart(e)) continue;
+        try {
+            WriteBlankStore(ResourceDir + GroupFileName(e), GroupLength(e));
+        } catch (const RuntimeError &error) {
+            TellWorkFileError(error.Number);
+        }
+    }
+}
+
+void EmptyEntries() {
+    ShowSelectedField(Restart, PutAwayOnly);
+    FileMark = FirstLoad;
+    EmptyRows();
+    EmptyElements();
+    CurrentField = 0;
+    LoadState = 0;
+    ListTop = 0;
+    ShowTemplateCaption();
+    SetCaption(Quintave.CommandAdd, "^Add/Open File");
+    SetListIndex(Quintave.List1[0], 0);
+    DataChanged = False;
+}
+
+// The question, where there is something to lose; then the save.
+bool MayReset() {
+    if (DataChanged == False) return true;
+    const Answer answer = MsgBox("Do you want to SAVE these field settings before you RESET?",
+                                 YesNoCancel + SecondIsDefault, "CLEAR ALL FIELDS (Reset)");
+    return answer != CancelAnswer && (answer == NoAnswer || SaveBefore());
+}
+
+// Asks whether to save before the program ends. False where it is not to end.
+bool MayEnd(std::string_view question, std::string_view title) {
+    if (DataChanged == False) return true;
+    const Answer answer = MsgBox(question, YesNoCancel, title);
+    return answer != CancelAnswer && (answer == NoAnswer || SaveBefore());
+}
+
+} // namespace
+
+void CommandReset_Click() {
+    CommitPendingEdit();
+    LoadState = CurrentField;
+    if (MayReset() && LeaveGroup()) {
+        EmptyEntries();
+    } else {
+        CurrentField = LoadState;
+        TmpStr = "CANCELLED";
+    }
+    if (QuitSave != False) return;
+    SetEnabled(Quintave.editframe, true);
+    SetFocus(ActiveRows());
+}
+
+void CommandQuit_Click() {
+    if (!LeaveGroup()) return;
+    CommitPendingEdit();
+    if (MayEnd("Do you want to SAVE this field information before you QUIT?", "Quit Quintave"))
+        EndSession();
+    else
+        SetFocus(ActiveRows());
+}
+
+bool CloseMainWindow() {
+    if (Quintave.editframe.Visible) {
+        CommitPendingEdit();
+        if (!MayEnd("Do you want to SAVE THE CHANGES you made?", "Done with SESSION")) {
+            SetFocus(ActiveRows());
+            return false;
+        }
+    }
+    EndSession();
+    return true;
+}
+
+void EndSession() {
+    CloseStore();
+    DeleteWorkFiles();
+    UnlockDirectory();
+    EndProgram();
+}

@@ -1,0 +1,17 @@
+// The commands that end or restart the work: reset, quit, closing the window.
+#pragma once
+
+#include "platform/runtime.h"
+
+// Event of CommandReset: offers to save and empties all entries. TmpStr is "CANCELLED" where the user cancelled, or
+// where the save did not come about.
+void CommandReset_Click();
+
+// Event of CommandQuit.
+void CommandQuit_Click();
+
+// The main window is to be closed. False where the user refused.
+bool CloseMainWindow();
+
+// Ends the program at once: nothing is asked or saved, work files are deleted and the directory's lock is free again.
+void EndSession();

@@ -1,0 +1,119 @@
+// Start-up (start_up.h). The template it loads: model/template_file.cpp.
+#include "main/start_up.h"
+
+#include "main/main_window.h"
+#include "main/session.h"
+#include "model/field_model.h"
+#include "model/resource_table.h"
+#include "model/template_file.h"
+#include "platform/clock.h"
+#include "platform/codepage.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
+#include "report/load_command.h"
+
+namespace {
+
+constexpr Integer TemplateToLoad = -2; // in LoadState, until the first activation
+constexpr int LargestCopies = 9;
+
+// The report named on the command line; "" for none.
+std::string ReportArgument;
+
+bool HasResources() {
+    ResourceTable table;
+    return ReadResourceTable(ResourceDir, table);
+}
+
+bool AskAgain(std::string_view problem, std::string_view advice) {
+    return MsgBox("WARNING! " + std::string(problem) + " in the directory you specified (" + NameText(ResourceDir) +
+                      ").  " + std::string(advice) + "  Try Again?",
+                  YesNo + CriticalIcon, "BAD DRIVE/DIRECTORY INFORMATION!") == YesAnswer;
+}
+
+void AskForResources() {
+    ResourceDir =
+        WithSeparator(InputBox("What is the Resource Directory for Quintave?" + NL + NL +
+                                   "(i.e., where is Quintave.Tbl located?)" + NL + NL + "(e.g., 'd:\\quintave\\')",
+                               "Quintave.Tbl Location?", ReportFileDir));
+}
+
+// Finds the resource directory and takes its lock, before anything in it is touched.
+bool FindResources() {
+    if (!HasResources()) AskForResources();
+    while (true) {
+        if (!HasResources()) {
+            if (!AskAgain("Quintave resources were not found", "The Quintave.Tbl file must be loaded!")) return false;
+        } else if (!LockDirectory(ResourceDir)) {
+            if (!AskAgain("Another Quintave is working", "Each needs a resource directory of its own!")) return false;
+        } else {
+            return true;
+        }
+        AskForResources();
+    }
+}
+
+void FillPrintLists() {
+    for (int copies = 1; copies <= LargestCopies; ++copies) AddRow(Quintave.Combo1, std::to_string(copies));
+    SetListIndex(Quintave.Combo1, 0);
+    for (const std::string_view separator : {"' '", "'| '", "': '", "'> '", "' - '", "' = '"})
+        AddRow(Quintave.Combo2, separator);
+    SetListIndex(Quintave.Combo2, 1);
+}
+
+void ColourFrames(Colour colour) {
+    if (colour == DesignColour) return;
+    for (Control *control : {&Quintave.editframe, &Quintave.SectionLabel, &Quintave.MultiInstanceFrame})
+        SetBackColor(*control, colour);
+}
+
+void ReadTable() {
+    ResourceTable table;
+    if (!ReadResourceTable(ResourceDir, table)) table = {};
+    TemplateName = table.Template;
+    TmpStr = table.Start;
+    ColourFrames(table.Back);
+}
+
+} // namespace
+
+bool LoadMainWindow(const StartArguments &arguments) {
+    ReportFileDir = CurrentDirectory();
+    ResourceDir = arguments.Resources.empty() ? ReportFileDir : WithSeparator(arguments.Resources);
+    ReportArgument = arguments.Report;
+    FillPrintLists();
+    ActiveList = 0;
+    FileMark = FirstLoad;
+    if (!FindResources()) return false;
+    LoadState = TemplateToLoad;
+    SetCaption(Quintave.DateLabel, " " + ShortDate() + " ");
+    ReadTable();
+    SetEnabled(Quintave.Timer1, true);
+    return true;
+}
+
+void ActivateMainWindow() {
+    if (LoadState != TemplateToLoad) return;
+    StartFile = TmpStr;
+    ReportFilePattern = "*.rpx";
+    ReportFileName.clear();
+    FileFilter = {"Quintave Files (*.rpx)", "*.rpx", "All Files (*.*)", "*.*", "-1", "0"};
+    if (LoadFirstTemplate()) LoadStartFile(ReportArgument);
+}
+
+void LogoOff_Click() {
+    SetVisible(Quintave.Frame5, false);
+    if (ActiveList == GroupList) SetVisible(Quintave.TableFrame, true);
+    SetVisible(Quintave.editframe, true);
+    SetFocus(ActiveRows());
+}
+
+void LogoQuit_Click() { EndSession(); }
+
+void Timer1_Timer() {
+    SetCaption(Quintave.Label1, "Quintave");
+    SetCaption(Quintave.Label6, "Version 2.0");
+    SetCaption(Quintave.Label7, "Write down what your data are.");
+    SetCaption(Quintave.Label9, "The Quintave developers, MIT licence");
+    SetEnabled(Quintave.Timer1, false);
+}

@@ -1,0 +1,19 @@
+// Loading a Fields Template File into the field model and onto the screen, at the start and through the template
+// command. Reading and checking the file: template_reader.h.
+#pragma once
+
+#include "platform/runtime.h"
+
+// On the first activation of the main window: checks the header of the template that the resource table names and loads
+// it. A wrong header ends the program after its message: false.
+bool LoadFirstTemplate();
+
+// Loads TemplateDir & TemplateName; a file that does not exist empties the model. A template that cannot be read to its
+// end, or whose work files cannot be written, is refused with a message: false, and nothing has changed.
+bool LoadTemplateFile();
+
+// Event of CommandTemplate: offers to save, empties the entries and asks for another template.
+void CommandTemplate_Click();
+
+// The caption of editframe while no report was loaded or saved.
+void ShowTemplateCaption();

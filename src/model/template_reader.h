@@ -1,0 +1,42 @@
+// A Fields Template File read into memory and checked; nothing of the program changes by it. What is done with it:
+// template_file.h.
+#pragma once
+
+#include "platform/items.h"
+#include "platform/runtime.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+enum class ElementType : unsigned char { Unknown, Text, Memo, List, GroupStart, GroupEnd };
+
+// One element record. A group start that stands inside a group and a group end without a group are Unknown.
+struct TemplateElement {
+    Integer Level = 0;
+    Integer Kind = 0;
+    ElementType Type = ElementType::Unknown;
+    bool InGroup = false;
+    std::string Title;
+    std::string Extra;
+    std::string File;
+    std::vector<std::string> Choices;
+};
+
+struct TemplateContent {
+    std::vector<TemplateElement> Elements; // element f is Elements[f - 1]
+    Integer Rows = 0;                      // upper bound for the row tables
+    Integer LargestGroup = 0;
+    Integer DeepestLevel = 0; // largest absolute level
+};
+
+inline constexpr std::string_view TemplateIdentifier = "QUINTAVE FIELDS TEMPLATE FILE";
+inline constexpr std::string_view VersionIdentifier = "QuintaveV2"; // begins the second item of templates and reports
+
+// The suffix behind the version identifier in a template's header. False where the header is none. May throw the error
+// of a file that cannot be read.
+bool ReadTemplateHeader(const std::string &path, std::string &suffix);
+
+// The elements of a template with a good header. Error 62 where a record, a choice list or a group is not ended; error
+// 6 for a number or a count past 16 bits.
+TemplateContent ReadTemplate(const std::string &path);

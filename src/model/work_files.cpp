@@ -1,0 +1,93 @@
+// The work files (work_files.h).
+#include "model/work_files.h"
+
+#include "model/field_model.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
+#include "platform/items.h"
+
+#include <vector>
+
+namespace {
+
+std::string NumberedName(std::string_view kind, Integer element) {
+    return std::string(kind) + Right(std::to_string(100000 + element), 5) + ".XXX";
+}
+
+std::string LowByteFirst(Integer number) {
+    const auto bits = static_cast<unsigned>(static_cast<std::uint16_t>(number));
+    return {static_cast<char>(static_cast<unsigned char>(bits & 0xFF)),
+            static_cast<char>(static_cast<unsigned char>(bits >> 8))};
+}
+
+void WriteChoices(const std::string &path, const std::vector<std::string> &choices) {
+    OutputFile file(path, OutputFile::Access::Own);
+    for (const auto &choice : choices) file.Write(Quoted(choice) + NL);
+    file.Close(false);
+}
+
+// Writes the files of a template under their temporary names and returns their final ones.
+void StageWorkFiles(const TemplateContent &content, std::vector<std::string> &names) {
+    Integer element = 0;
+    Integer groupStart = 0;
+    Integer groupLength = 0;
+    for (const TemplateElement &e : content.Elements) {
+        ++element;
+        if (e.Type == ElementType::List) {
+            names.push_back(ChoiceFileName(element));
+            WriteChoices(ResourceDir + StagedName(names.back()), e.Choices);
+        }
+        if (e.Type == ElementType::GroupStart) {
+            groupStart = element;
+            groupLength = 0;
+        } else if (e.Type == ElementType::GroupEnd) {
+            names.push_back(GroupFileName(groupStart));
+            WriteBlankStore(ResourceDir + StagedName(names.back()), groupLength);
+        } else if (e.InGroup && e.Kind > 1 && e.Type != ElementType::Unknown) {
+            groupLength = ToInteger(groupLength + e.Kind);
+        }
+    }
+}
+
+} // namespace
+
+std::string ChoiceFileName(Integer element) { return NumberedName("LST", element); }
+
+std::string GroupFileName(Integer element) { return NumberedName("GRP", element); }
+
+void DeleteWorkFiles() {
+    DeleteMatching(ResourceDir, "*.XXX");
+    DeleteMatching(ResourceDir, "*.$$$");
+}
+
+void ReplaceWorkFiles(const TemplateContent &content) {
+    DeleteMatching(ResourceDir, "*.$$$");
+    std::vector<std::string> names;
+    try {
+        StageWorkFiles(content, names);
+    } catch (const RuntimeError &) {
+        DeleteMatching(ResourceDir, "*.$$$");
+        throw;
+    }
+    DeleteMatching(ResourceDir, "*.XXX");
+    for (const auto &name : names) RenameFile(ResourceDir + StagedName(name), ResourceDir + name);
+}
+
+std::string StagedName(const std::string &name) { return name.substr(0, name.size() - 3) + "$$$"; }
+
+std::string GroupStoreHeader(Integer itemCount, Integer occurrenceCount) {
+    return LowByteFirst(itemCount) + LowByteFirst(occurrenceCount);
+}
+
+void WriteBlankStore(const std::string &path, Integer itemCount) {
+    OutputFile file(path, OutputFile::Access::Own);
+    file.Write(GroupStoreHeader(itemCount, 1) + std::string(static_cast<std::size_t>(itemCount), ' '));
+    file.Close(false);
+}
+
+void TellWorkFileError(Integer number) {
+    MsgBox("Error: " + ErrorText(number) + NL +
+               "Error using a work file in the resource directory! (read only file or drive? full drive? file locked? "
+               "wrong privileges?). Correct the problem and try again.",
+           CriticalIcon, "Quintave");
+}

@@ -1,0 +1,30 @@
+// The work files in the resource directory: choice lists, group stores, temporary reports.
+#pragma once
+
+#include "model/template_reader.h"
+#include "platform/runtime.h"
+
+#include <string>
+
+// "LST" (or "GRP"), the last five digits of 100000 + element, ".XXX".
+std::string ChoiceFileName(Integer element);
+std::string GroupFileName(Integer element);
+
+// Deletes all *.XXX and then all *.$$$ of the resource directory.
+void DeleteWorkFiles();
+
+// Puts the choice lists and blank group stores of a template in the place of all work files. Throws before the old ones
+// are touched where a new one cannot be written.
+void ReplaceWorkFiles(const TemplateContent &content);
+
+// The temporary name a work file is written under before it takes its own; the next start deletes what is left of one.
+std::string StagedName(const std::string &name);
+
+// The header of a group store: the two counts, little-endian.
+std::string GroupStoreHeader(Integer itemCount, Integer occurrenceCount);
+
+// A store of one blank occurrence.
+void WriteBlankStore(const std::string &path, Integer itemCount);
+
+// Tells the user that a work file could not be used.
+void TellWorkFileError(Integer number);

@@ -1,0 +1,178 @@
+// Reading a report file (reader.h): records to elements. Occurrences of groups: group_reader.cpp; the index that finds
+// an element: title_index.cpp; the command around it: load_command.cpp.
+#include "report/reader.h"
+
+#include "main/main_window.h"
+#include "model/field_model.h"
+#include "model/template_reader.h"
+#include "platform/codepage.h"
+#include "platform/dialogs.h"
+#include "platform/front.h"
+#include "platform/items.h"
+#include "report/choice_matching.h"
+#include "report/group_reader.h"
+#include "report/merge.h"
+#include "report/records.h"
+#include "report/title_index.h"
+#include "screen/row_text.h"
+
+namespace {
+
+struct Record {
+    Integer Level = 0;
+    Integer Count = 0;
+    std::string Title;
+    std::string Text;
+};
+
+bool HeaderIsGood(ItemInput &input) {
+    try {
+        BeginRecord(input);
+        const Integer format = ReadInteger(input, Input::Lenient);
+        const std::string identifier = ReadText(input, Input::Lenient);
+        ReadText(input, Input::Lenient); // the template's name does not matter
+        return format == 0 && identifier.starts_with(VersionIdentifier);
+    } catch (const RuntimeError &) { // the file ends inside its header
+        return false;
+    }
+}
+
+Record ReadRecord(ItemInput &input) {
+    BeginRecord(input);
+    Record record;
+    record.Level = ReadInteger(input, Input::Strict);
+    record.Level = ToInteger(record.Level < 0 ? -record.Level : record.Level);
+    record.Count = ReadInteger(input, Input::Strict);
+    record.Title = ReadText(input, Input::Strict);
+    record.Text = ReadText(input, Input::Strict);
+    for (Integer line = 1; line < record.Count; ++line) record.Text += NL + ReadTextLine(input, Input::Strict);
+    record.Text = WithWholeLineBreaks(record.Text);
+    return record;
+}
+
+bool SkipTooDeep(const Record &record) {
+    return MsgBox("The nesting level (" + std::to_string(record.Level) + " ) of this field (" + record.Title +
+                      " ) exceeds that allowed by the Fields Template File (" + std::to_string(DeepestLevel) + ")" +
+                      NL + NL + "Press OK to continue",
+                  OkCancel + InformationIcon, "Bad Nesting Level") == OkAnswer;
+}
+
+// Puts a value into the slot of an element and shows it in its row.
+void StoreFieldValue(Integer element, const std::string &value) {
+    const Integer row = ToInteger(FieldRow[element] - 1);
+    std::string &slot = RowValue[row];
+    const Integer level = FieldInfo[element][LevelItem];
+    if (!slot.empty() && level > 0) AskOverwriteFields();
+    if (level >= 0 && MergeFlag == AddInstances && !slot.empty()) {
+        if (value.empty()) return; // nothing to add
+        slot += "|" + value;
+    } else {
+        slot = value;
+    }
+    MatchChoiceValue(element);
+    SetRow(Quintave.List1[0], row, RowWithValue(Quintave.List1[0].Rows[static_cast<std::size_t>(row)], slot));
+}
+
+// Places one value record; TmpStr is "No Match Found!" or "CANCELLED!" where it could not be placed.
+void MatchReportField(const Record &record) {
+    const Integer member =
+        InOccurrence() ? FindElement(record.Level, record.Title, Target::Member, OpenBlock()) : Integer{0};
+    const Integer field = FindElement(record.Level, record.Title, Target::Field);
+    if (member != 0) {
+        PlaceMember(member, record.Text);
+    } else if (field != 0) {
+        StoreFieldValue(field, record.Text);
+    } else {
+        TmpStr = MayDropRecord(record.Title) ? "No Match Found!" : "CANCELLED!";
+    }
+}
+
+// False where the user stopped the load.
+bool PlaceRecord(const Record &record) {
+    if (record.Count == GroupEndMarker) {
+        EndBlock();
+        return true;
+    }
+    if (record.Level > DeepestLevel) return SkipTooDeep(record);
+    NoteTitleRead(record.Level, record.Title);
+    TmpStr = record.Text;
+    if (record.Count == OccurrenceMarker)
+        BeginOccurrence(record.Level, record.Title);
+    else if (record.Count >= 0 && !SkipsOccurrence())
+        MatchReportField(record);
+    return TmpStr != "CANCELLED!";
+}
+
+bool PlaceRecords(ItemInput &input) {
+    constexpr int RecordsPerBreath = 200;
+    for (int count = 1; !AtEnd(input); ++count) {
+        if (!PlaceRecord(ReadRecord(input))) return false;
+        if (count % RecordsPerBreath == 0) KeepWindowAlive();
+    }
+    return true;
+}
+
+void TellLoadError(Integer number) {
+    MsgBox("Error:  " + ErrorText(number) + NL + NL + NL + "Quintave Data Fields may have been corrupted!" + NL + NL +
+               "You might want to `RESET' and start over!",
+           CriticalIcon, "ERROR LOADING " + NameText(ReportFileName));
+}
+
+// The first file after a start, a reset or a new template is the one Save writes to; after a second one no file is.
+void RememberFile() {
+    if (FileMark == FirstLoad) {
+        FileMark = ReportFileName;
+        FileMarkDir = ReportFileDir;
+    } else {
+        FileMark.clear();
+        DataChanged = True;
+    }
+}
+
+// What a part of a file leaves on screen must not be saved over the whole of it unasked.
+void ForgetFile() {
+    FileMark.clear();
+    DataChanged = True;
+}
+
+LoadResult PlaceFile(ItemInput &input) {
+    RememberFile();
+    StartMerge();
+    ForgetTitlesRead();
+    StartBlocks();
+    bool whole = false;
+    try {
+        whole = PlaceRecords(input);
+        EndBlock();
+        TellCutMembers();
+    } catch (const RuntimeError &error) {
+        DropBlock();
+        TellLoadError(error.Number);
+        whole = false;
+    }
+    if (whole) return LoadResult::Whole;
+    ForgetFile();
+    return LoadResult::Stopped;
+}
+
+} // namespace
+
+LoadResult LoadReportFile() {
+    ItemInput input;
+    try {
+        input = OpenItems(ReportFileDir + ReportFileName);
+    } catch (const RuntimeError &error) {
+        TellLoadError(error.Number);
+        return LoadResult::Refused;
+    }
+    if (!HeaderIsGood(input)) {
+        MsgBox("This File is not properly identified as a version 2 Quintave file!" + NL + NL +
+                   "File load procedure has been CANCELLED!",
+               CriticalIcon, "INVALID FILE FORMAT");
+        return LoadResult::Refused;
+    }
+    ShowBusyPointer(true);
+    const LoadResult result = PlaceFile(input);
+    ShowBusyPointer(false);
+    return result;
+}

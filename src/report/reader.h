@@ -1,0 +1,12 @@
+// Reading a report file into the entry screen.
+#pragma once
+
+#include "platform/runtime.h"
+
+// How far a load came. Refused: nothing of the file was placed. Stopped: by the user or by an error, what was placed
+// stays.
+enum class LoadResult { Refused, Stopped, Whole };
+
+// Reads ReportFileDir & ReportFileName on top of what is on screen. Where values meet, the user is asked once whether
+// to overwrite or to add instances. CurrentField must name no row that the load could rewrite (the caller sets it).
+LoadResult LoadReportFile();

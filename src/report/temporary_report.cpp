@@ -1,0 +1,26 @@
+// Temporary reports (temporary_report.h).
+#include "report/temporary_report.h"
+
+#include "model/field_model.h"
+#include "platform/files.h"
+#include "report/writer.h"
+
+std::string TemporaryReportName() {
+    std::string name;
+    for (int n = 2; n <= 101; ++n) {
+        name = "!quin!" + Right(std::to_string(n + 100), 2) + ".$$$";
+        if (!FileExists(ResourceDir + name)) return name;
+    }
+    return "!quin!99.$$$";
+}
+
+bool WriteTemporaryReport(const std::string &name) {
+    const std::string formerDir = ReportFileDir;
+    const std::string formerName = ReportFileName;
+    ReportFileDir = ResourceDir;
+    ReportFileName = name;
+    const bool written = WriteReportFile();
+    ReportFileDir = formerDir;
+    ReportFileName = formerName;
+    return written;
+}

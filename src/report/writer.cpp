@@ -1,0 +1,172 @@
+// Writing the entries as a report file (writer.h). The commands that save: save_command.cpp; the way back: reader.cpp.
+#include "report/writer.h"
+
+#include "groups/open_group.h"
+#include "groups/store.h"
+#include "main/main_window.h"
+#include "model/field_model.h"
+#include "model/template_reader.h"
+#include "platform/codepage.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
+#include "platform/items.h"
+#include "report/records.h"
+#include "screen/value_entry.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+// The report that the last save did not complete; "" for none. What stands beside it under "~" is the better version.
+std::string IncompleteReport;
+
+// The report being written, and the headings above the present element that had no data below them yet.
+struct Writing {
+    OutputFile File;
+    std::vector<Integer> Headings;
+};
+
+void WriteRecord(OutputFile &file, Integer level, long count, std::string_view title, std::string_view text) {
+    file.Write(std::to_string(level) + "," + std::to_string(count) + "," + Quoted(title) + "," + Quoted(text) + NL);
+}
+
+void WriteLines(OutputFile &file, Integer element, std::string_view piece) {
+    std::vector<std::string_view> lines;
+    for (auto end = piece.find(NL); end != std::string_view::npos; end = piece.find(NL)) {
+        lines.push_back(piece.substr(0, end));
+        piece.remove_prefix(end + NL.size());
+    }
+    lines.push_back(piece);
+    WriteRecord(file, LevelOf(element), static_cast<long>(lines.size()), FieldTitle[element], lines[0]);
+    for (std::size_t i = 1; i < lines.size(); ++i) file.Write(Quoted(lines[i]) + NL);
+}
+
+// The records of one element's value, one for each instance.
+void WriteFieldValue(OutputFile &file, std::string &value, Integer element) {
+    value = RTrim(value);
+    if (value.empty()) return;
+    const bool memo = FieldInfo[element][TypeCode] == Memo;
+    if (memo) std::replace(value.begin(), value.end(), '"', '\'');
+    for (std::size_t first = 0; first <= value.size();) {
+        const auto end = std::min(value.find('|', first), value.size());
+        const std::string_view piece = std::string_view(value).substr(first, end - first);
+        if (memo)
+            WriteLines(file, element, piece);
+        else
+            WriteRecord(file, LevelOf(element), 1, FieldTitle[element], piece);
+        first = end + 1;
+    }
+}
+
+void WriteMembers(OutputFile &file, Integer head, Integer end, std::string_view cells) {
+    std::size_t cell = 0;
+    for (Integer e = ToInteger(head + 1); e < end; ++e) {
+        if (IsSection(e)) WriteRecord(file, LevelOf(e), HeadingMarker, FieldTitle[e], "");
+        if (!HasValue(e)) continue;
+        const auto length = static_cast<std::size_t>(FieldInfo[e][KindItem]);
+        std::string value(cells.substr(cell, length));
+        WriteFieldValue(file, value, e);
+        cell += length;
+    }
+}
+
+void WriteGroup(OutputFile &file, Integer head, Integer end) {
+    std::string occurrences;
+    const GroupCounts counts = ReadStore(head, occurrences);
+    const auto length = static_cast<std::size_t>(counts.Items);
+    for (Integer k = 0; k < counts.Occurrences; ++k) {
+        WriteRecord(file, LevelOf(head), OccurrenceMarker, FieldTitle[head],
+                    std::string(OccurrenceText) + std::to_string(k + 1));
+        WriteMembers(file, head, end,
+                     std::string_view(occurrences).substr(static_cast<std::size_t>(k) * length, length));
+    }
+    WriteRecord(file, LevelOf(head), GroupEndMarker, GroupEndTitle, "");
+}
+
+// Headings at the element's level or deeper end here; they had nothing below them and are left out.
+void EndHeadings(Writing &writing, Integer level) {
+    while (!writing.Headings.empty() && LevelOf(writing.Headings.back()) >= level) writing.Headings.pop_back();
+}
+
+void WriteHeadings(Writing &writing) {
+    for (const Integer heading : writing.Headings)
+        WriteRecord(writing.File, LevelOf(heading), HeadingMarker, FieldTitle[heading], "");
+    writing.Headings.clear();
+}
+
+void WriteElements(Writing &writing) {
+    for (int next = 1; next <= NumFields; ++next) {
+        const Integer e = ToInteger(next);
+        EndHeadings(writing, LevelOf(e));
+        if (IsSection(e)) {
+            writing.Headings.push_back(e);
+        } else if (IsGroupStart(e)) {
+            WriteHeadings(writing);
+            const Integer end = GroupEnd(e);
+            WriteGroup(writing.File, e, end);
+            next = end;
+        } else if (HasValue(e) && FieldRow[e] > 0) {
+            std::string &value = RowValue[ToInteger(FieldRow[e] - 1)];
+            if (!value.empty()) WriteHeadings(writing);
+            WriteFieldValue(writing.File, value, e);
+        }
+    }
+}
+
+// Keeps the earlier version of a report under its name and "~" until the new one is whole; true where there is one.
+bool KeepEarlierVersion(const std::string &path) {
+    const std::string kept = path + "~";
+    if (!FileExists(path)) return false;
+    if (path == IncompleteReport && FileExists(kept)) return true;
+    const std::string staged = kept + "~";
+    try {
+        if (ReadFile(path).empty()) return false;
+        CopyFile(path, staged);
+        RenameFile(staged, kept);
+        return true;
+    } catch (const RuntimeError &error) {
+        // A directory that takes no new file cannot keep the user from saving into the old one.
+        if (error.Number != PermissionDenied && error.Number != PathAccessError) {
+            DeleteFile(staged);
+            throw;
+        }
+        return false;
+    }
+}
+
+void WriteReport(const std::string &path, bool temporary) {
+    const bool kept = !temporary && KeepEarlierVersion(path);
+    IncompleteReport = temporary ? IncompleteReport : path;
+    Writing writing{{path, temporary ? OutputFile::Access::Own : OutputFile::Access::User}, {}};
+    writing.File.Write("0," + Quoted(VersionIdentifier) + "," + Quoted(NameText(TemplateName)) + NL);
+    WriteElements(writing);
+    writing.File.Close(!temporary);
+    if (temporary) return;
+    IncompleteReport.clear();
+    if (kept) DeleteFile(path + "~");
+}
+
+} // namespace
+
+bool WriteReportFile() {
+    if (Quintave.TableFrame.Visible && !LeaveGroup()) return false;
+    CommitPendingEdit();
+    for (std::string &value : RowValue) value = RTrim(value);
+    const bool temporary = ReportFileName.ends_with(".$$$");
+    if (!temporary) {
+        FileMark = ReportFileName;
+        FileMarkDir = ReportFileDir;
+    }
+    try {
+        WriteReport(ReportFileDir + ReportFileName, temporary);
+    } catch (const RuntimeError &error) {
+        MsgBox("Error: " + ErrorText(error.Number) + NL +
+                   "Error writing to this file! (read only file or drive? full drive? file locked? wrong privileges?). "
+                   "Correct the problem and try again, or 'SaveAs' to a different file name or location.",
+               CriticalIcon, "Quintave");
+        return false;
+    }
+    if (!temporary) DataChanged = False;
+    return true;
+}

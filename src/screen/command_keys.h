@@ -1,0 +1,11 @@
+// The Ctrl shortcuts.
+#pragma once
+
+#include "platform/runtime.h"
+
+// Runs the command of a key that went down with Ctrl alone; sets the key code to 0 where the toolkit must not see the
+// key again.
+void HandleCommandKey(Integer &KeyCode);
+
+// Event of every control whose only use of keys is the shortcuts.
+void Command_KeyDown(Integer Index, Integer &KeyCode, Integer Shift);

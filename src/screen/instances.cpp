@@ -1,0 +1,92 @@
+// Several instances of one field (instances.h).
+#include "screen/instances.h"
+
+#include "main/main_window.h"
+#include "model/field_model.h"
+#include "screen/row_text.h"
+#include "screen/selected_field.h"
+#include "screen/value_entry.h"
+
+#include <algorithm>
+
+namespace {
+
+// A change of FIScroll by the program, which its handler is to leave alone.
+void SetScroll(Integer max, Integer value) {
+    Quintave.FIScroll.Tag = "AddDel";
+    SetMax(Quintave.FIScroll, max);
+    SetValue(Quintave.FIScroll, value);
+    Quintave.FIScroll.Tag.clear();
+}
+
+// The bounds of instance n in "|value|": the positions of the "|" before and behind it.
+struct Bounds {
+    std::size_t Before;
+    std::size_t Behind;
+};
+
+Bounds BoundsOf(std::string_view framed, std::int32_t number) {
+    Bounds bounds{0, 0};
+    for (std::int32_t i = 0; i < number; ++i) {
+        bounds.Before = bounds.Behind;
+        bounds.Behind = std::min(framed.find('|', bounds.Before + 1), framed.size() - 1);
+    }
+    // Past the last instance both ends are the closing bar: an empty text just before it.
+    return bounds;
+}
+
+std::string Framed(std::string_view value) { return "|" + std::string(value) + "|"; }
+
+} // namespace
+
+std::string InstanceText(std::string_view value, std::int32_t number) {
+    const std::string framed = Framed(value);
+    const auto [before, behind] = BoundsOf(framed, number);
+    return before >= behind ? "" : framed.substr(before + 1, behind - before - 1);
+}
+
+Integer InstanceCount(std::string_view value) { return ToInteger(std::count(value.begin(), value.end(), '|') + 1); }
+
+void ResetInstanceControls() {
+    SetCaption(Quintave.FILabel[0], "1");
+    SetCaption(Quintave.FILabel[1], "1");
+    SetScroll(1, 1);
+}
+
+void ShowInstanceControls(Integer element, Integer mode) {
+    const bool offered = ActiveList == 0 && AllowInstances != False && element != 0 && HasValue(element) &&
+                         FieldInfo[element][LevelItem] >= 0;
+    SetVisible(Quintave.MultiInstanceFrame, offered);
+    if (ActiveList != 0 || mode != Restart || CurrentField > RowValue.UpperBound()) return;
+    const Integer count = InstanceCount(RowValue[CurrentField]);
+    SetScroll(count, 1);
+    SetCaption(Quintave.FILabel[0], std::to_string(count));
+}
+
+void ShowFieldInstance(Integer Delete, Integer Load) {
+    const Integer element = SelectedElement();
+    std::string framed = Framed(RowValue[CurrentField]);
+    const std::int32_t number = NumericValue(Quintave.FILabel[1].Caption);
+    if (Load != 0) {
+        const std::string text = InstanceText(RowValue[CurrentField], number);
+        if (!IsList(element)) {
+            Control &box = ValueBox(FieldInfo[element][TypeCode]);
+            SetText(box, text, static_cast<long>(text.size()));
+            return;
+        }
+        TmpStr = text;
+        // The box may still hold the instance shown before, and the refresh below would commit it.
+        SetText(OtherBox(ActiveList), text, static_cast<long>(text.size()));
+        ShowListIndex(ActiveChoices(), FindChoice(text));
+        ListTop = ActiveChoices().ListIndex;
+        FieldInfo[element][Choice] = ListTop;
+        ShowSelectedField(0, False);
+        return;
+    }
+    const auto [before, behind] = BoundsOf(framed, number);
+    framed = framed.substr(0, before + 1) + (Delete == True ? "" : TmpStr + "|") + framed.substr(behind + 1);
+    std::string value = framed.size() >= 3 ? framed.substr(1, framed.size() - 2) : "";
+    if (value.ends_with('|')) value.pop_back();
+    RowValue[CurrentField] = value;
+    ShowValueInRow(value);
+}

@@ -1,0 +1,235 @@
+// Showing the selected row's path, level, instances and entry control (selected_field.h). What the user does with the
+// entry control: value_entry.cpp.
+#include "screen/selected_field.h"
+
+#include "groups/occurrence.h"
+#include "groups/open_group.h"
+#include "main/main_window.h"
+#include "model/field_model.h"
+#include "model/work_files.h"
+#include "platform/codepage.h"
+#include "report/choice_matching.h"
+#include "screen/instances.h"
+#include "screen/row_text.h"
+#include "screen/value_entry.h"
+
+#include <algorithm>
+
+Integer PendingKey = 0;
+std::string CallTrail;
+
+namespace {
+
+constexpr int IndentPerLevel = 4;
+constexpr Integer OtherBoxRight = 7695; // twips
+
+bool IsGroupEndMark(Integer element) {
+    return FieldInfo[element][TypeCode] == GroupMark && FieldInfo[element][KindItem] <= 1;
+}
+
+// The last section break before an element; -1 where there is none.
+int SectionOf(Integer element) {
+    const std::string &tag = Quintave.SectionLabel.Tag;
+    int section = NumericValue(tag);
+    for (auto bar = tag.find('|'); bar != std::string::npos; bar = tag.find('|', bar + 1)) {
+        const int next = NumericValue(std::string_view(tag).substr(bar + 1, 6));
+        if (next < element) section = next;
+    }
+    return section;
+}
+
+void ShowSectionPath(Integer element) {
+    Control &path = Quintave.SectionLabel;
+    ClearRows(path);
+    const int found = SectionOf(element);
+    if (found <= -1) {
+        AddRow(path, "No Sections Specified");
+        return;
+    }
+    const Integer section = ToInteger(found);
+    int level = LevelOf(element) - 1;
+    for (Integer e = ToInteger(element - 1); e > section && level > LevelOf(section); --e) {
+        if (LevelOf(e) != level || IsGroupEndMark(e)) continue;
+        InsertRow(path, 0, std::string(static_cast<std::size_t>((level - 1) * IndentPerLevel), ' ') + FieldTitle[e]);
+        --level;
+    }
+    InsertRow(path, 0, FieldTitle[section]);
+}
+
+// Steps of ShowSelectedField, in its order
+// ------------------------------------------------------------------------------
+
+// True where a handler showed the group's frame in the meantime and the group's list takes over.
+bool GroupTakesOver() {
+    if (Quintave.List1[0].ListIndex != CurrentField || !Quintave.GrpExit.Visible || Quintave.TableFrame.Visible)
+        return false;
+    if (!Quintave.TableFrame.Visible || NumericValue(Quintave.List1[GroupList].Tag) < -1) return false;
+    ActiveList = GroupList;
+    SetFocus(Quintave.List1[GroupList]);
+    return true;
+}
+
+void PutAway(Control &box) {
+    SetVisible(box, false);
+    SetText(box, "", 0);
+}
+
+// Hides the entry control of the row that was selected before.
+void PutOldControlsAway(Integer element, Integer mode) {
+    const Integer code = FieldInfo[element][TypeCode];
+    if (code >= 0 && OtherBox(ActiveList).Visible) SetVisible(OtherBox(ActiveList), false);
+    if (mode == Restart && code >= 0) {
+        SetVisible(ActiveChoices(), false);
+        return;
+    }
+    if (ActiveList == 0 && Quintave.TableFrame.Visible) SetVisible(Quintave.TableFrame, false);
+    if (code >= Memo && code <= ShortText) PutAway(ValueBox(code));
+}
+
+void FillChoices(Integer element) {
+    Control &choices = ActiveChoices();
+    const std::string name = ChoiceFileName(element);
+    if (choices.Tag == name) return;
+    ClearRows(choices);
+    choices.Tag = name;
+    try {
+        for (const auto &choice : ReadChoiceFile(element)) AddRow(choices, choice);
+    } catch (const RuntimeError &) { // a missing file is an empty list, and is looked for again
+        choices.Tag.clear();
+    }
+}
+
+void ShowChoices(Integer element, Integer mode) {
+    FillChoices(element);
+    Control &choices = ActiveChoices();
+    SetPlace(choices, 0, FieldInfo[element][TypeCode]);
+    SetVisible(choices, true);
+    if (mode != Restart) return;
+    const Integer chosen = FindChoice(ShownText());
+    FieldInfo[element][Choice] = chosen;
+    ShowListIndex(choices, chosen);
+    ListTop = chosen;
+}
+
+void FillBox(Control &box) {
+    const std::string text = ShownText();
+    SetText(box, text, static_cast<long>(text.size()));
+    SetVisible(box, true);
+}
+
+void ShowOtherBox() {
+    Control &box = OtherBox(ActiveList);
+    const Integer left = ActiveChoices().Left;
+    SetPlace(box, left, ToInteger(OtherBoxRight - left));
+    FillBox(box);
+}
+
+// The entry control that is shown for an element; null for none.
+Control *EntryControl(Integer element) {
+    if (element == 0 || !HasValue(element)) return nullptr;
+    if (!IsList(element)) return &ValueBox(FieldInfo[element][TypeCode]);
+    return OtherBox(ActiveList).Visible ? &OtherBox(ActiveList) : &ActiveChoices();
+}
+
+// What becomes of a character typed on the field list, now that the entry control has the focus.
+void ApplyPendingKey(Integer element) {
+    const Integer key = PendingKey;
+    if (key >= 1 && IsList(element)) {
+        PendingKey = static_cast<unsigned char>(UpperCase(std::string(1, static_cast<char>(key)))[0]);
+        SelectChoiceByLetter();
+        return;
+    }
+    PendingKey = 0;
+    if (key >= ' ' && element != 0 && HasValue(element))
+        TypeIntoBox(ValueBox(FieldInfo[element][TypeCode]), static_cast<char>(key));
+}
+
+} // namespace
+
+void ShowSelectedField(Integer Mode, Integer Focus) {
+    CallTrail += "Choices";
+    if (GroupTakesOver()) return;
+    CommitPendingEdit();
+    PutOldControlsAway(SelectedElement(), Mode);
+    if (Focus == PutAwayOnly) return;
+    if (Mode == Restart) ResetInstanceControls();
+    CurrentField = std::max<Integer>(ActiveRows().ListIndex, 0);
+    const Integer element = SelectedElement();
+    ShowSectionPath(element);
+    SetCaption(Quintave.DataLevelLabel, std::to_string(LevelOf(element)));
+    ShowInstanceControls(element, Mode);
+    if (IsList(element)) ShowChoices(element, Mode);
+    if (Focus == True && ActiveList == 0 && IsGroupStart(element)) {
+        PendingKey = 0;
+        OpenGroup(element);
+        return;
+    }
+    if (IsList(element) && IsOther(SelectedChoice())) ShowOtherBox();
+    Control *const entry = EntryControl(element);
+    if (entry != nullptr && entry->Type == Kind::TextBox && !IsList(element)) FillBox(*entry);
+    if (Focus != True) return;
+    if (entry != nullptr) SetFocus(*entry);
+    ApplyPendingKey(element);
+}
+
+void SelectChoiceByLetter() {
+    Control &choices = ActiveChoices();
+    const char letter = static_cast<char>(PendingKey);
+    const Integer selected = choices.ListIndex;
+    Integer matches = 0;
+    Integer first = -1;
+    Integer next = -1;
+    for (Integer i = 0; i < ToInteger(choices.Rows.size()); ++i) {
+        const std::string &row = choices.Rows[static_cast<std::size_t>(i)];
+        if (row.empty() || row[0] != letter) continue;
+        ++matches;
+        if (first < 0) first = i;
+        if (next < 0 && i > selected) next = i;
+    }
+    PendingKey = 0;
+    if (matches > 0) {
+        UserKey = True;
+        SetListIndex(choices, next >= 0 ? next : first);
+    }
+    if (matches == 1)
+        AcceptChoice();
+    else
+        SetFocus(choices);
+}
+
+Integer SelectedElement() {
+    return CurrentField >= 0 && CurrentField <= RowField.UpperBound() ? RowField[CurrentField] : Integer{0};
+}
+
+std::string ShownText() {
+    if (ActiveList == GroupList) return RTrim(MemberText(CurrentField));
+    if (CurrentField > RowValue.UpperBound()) return "";
+    return InstanceText(RowValue[CurrentField], NumericValue(Quintave.FILabel[1].Caption));
+}
+
+std::string SelectedChoice() {
+    const Control &choices = ActiveChoices();
+    return choices.ListIndex < 0 ? "" : choices.Rows[static_cast<std::size_t>(choices.ListIndex)];
+}
+
+Integer FindChoice(std::string_view text) {
+    return ChoiceOf(ActiveChoices().Rows, text, ComparedLength(SelectedElement()));
+}
+
+void MarkChanged() {
+    DataChanged = True;
+    if (Quintave.CommandAdd.Caption == "^Add/Open File") SetCaption(Quintave.CommandAdd, "^Add/Merge File");
+}
+
+void ShowValueInRow(std::string_view value) {
+    Control &rows = ActiveRows();
+    const std::string &row = rows.Rows.at(static_cast<std::size_t>(CurrentField));
+    SetRow(rows, CurrentField, RowWithValue(row, value));
+}
+
+void ShowHelpLine() {
+    const auto &[line, file] = FieldExtra[SelectedElement()];
+    SetCaption(Quintave.helpline, line);
+    Quintave.CommandMoreHelp.Tag = file.empty() ? "" : TemplateDir + file;
+    SetEnabled(Quintave.CommandMoreHelp, !file.empty());
+}

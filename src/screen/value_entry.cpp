@@ -1,0 +1,256 @@
+// Entering a value (value_entry.h). Which control is shown for a row: selected_field.cpp; several instances of a value:
+// instances.cpp.
+#include "screen/value_entry.h"
+
+#include "groups/occurrence.h"
+#include "main/main_window.h"
+#include "model/field_model.h"
+#include "platform/codepage.h"
+#include "platform/dialogs.h"
+#include "report/choice_matching.h"
+#include "screen/command_keys.h"
+#include "screen/instances.h"
+#include "screen/row_text.h"
+#include "screen/selected_field.h"
+
+#include <climits>
+
+Integer EntryFlag = False;
+Integer UserKey = False;
+Integer CtrlHeld = False;
+Integer AcceptingChoice = False;
+
+namespace {
+
+Control &Text1At(Integer index) { return Quintave.Text1.at(static_cast<std::size_t>(index)); }
+Control &Text2At(Integer index) { return Quintave.Text2.at(static_cast<std::size_t>(index)); }
+Control &List2At(Integer index) { return Quintave.List2.at(static_cast<std::size_t>(index)); }
+
+void BeginEdit(Control &box) {
+    SetBackColor(box, White);
+    EntryFlag = True;
+}
+
+// What every free-text box and the choice list do first with a key.
+void NoteKey(Integer &keyCode, Integer shift) {
+    CtrlHeld = False;
+    if (shift != CtrlMask) return;
+    CtrlHeld = True;
+    HandleCommandKey(keyCode);
+}
+
+// The longest value of the selected field in characters: its cells in a group, where they are all there is room for.
+long LengthLimit() {
+    const Integer limit = FieldInfo[SelectedElement()][KindItem];
+    return limit >= NoLimit && ActiveList != GroupList ? LONG_MAX : limit;
+}
+
+// The text cut to a length; half a line break at its end goes too.
+std::string CutText(std::string_view text, long limit) {
+    std::string cut = Left(text, limit);
+    if (static_cast<long>(text.size()) > limit && cut.ends_with('\r')) cut.pop_back();
+    return cut;
+}
+
+void LimitLength(Control &box) {
+    const long limit = LengthLimit();
+    if (static_cast<long>(box.Text.size()) > limit) SetText(box, CutText(box.Text, limit), box.Caret);
+}
+
+std::string WithoutReserved(std::string_view text) {
+    std::string clean = RTrim(text);
+    std::erase_if(clean, [](char c) { return c == '|' || c == '"'; });
+    return clean;
+}
+
+void SelectNextRow() {
+    Control &rows = ActiveRows();
+    if (static_cast<std::size_t>(CurrentField) + 1 < rows.Rows.size()) SetListIndex(rows, ToInteger(CurrentField + 1));
+}
+
+// Stores a text as the value of the selected row, or of its instance shown, and rewrites the row.
+void StoreValue(const std::string &text, std::string_view trail) {
+    if (ActiveList == GroupList) {
+        StoreMemberText(CurrentField, text);
+        ShowValueInRow(RTrim(MemberText(CurrentField)));
+    } else if (Quintave.FIScroll.Max >= 2) {
+        CallTrail = trail;
+        TmpStr = text;
+        ShowFieldInstance(1, 0);
+    } else {
+        RowValue[CurrentField] = text;
+        ShowValueInRow(text);
+    }
+}
+
+void CommitEdit(Control &box, std::string_view trail) {
+    SetBackColor(box, LightGrey);
+    if (EntryFlag != True) return;
+    EntryFlag = False;
+    TmpStr.clear();
+    const std::string text = WithoutReserved(box.Text);
+    SetText(box, text, box.Caret);
+    StoreValue(text, trail);
+}
+
+bool IsCommitKey(Integer keyAscii) {
+    if (keyAscii == CtrlEnterCode) return true;
+    return keyAscii == EnterCode && FieldInfo[SelectedElement()][TypeCode] != Memo;
+}
+
+// An accepted "OTHER...": the free text before it stays, a listed choice gives way to an empty text.
+std::string FreeTextOf(const std::string &value) { return FindChoice(value) == ActiveChoices().ListIndex ? value : ""; }
+
+} // namespace
+
+void CommitPendingEdit() {
+    Control *const box = Focused();
+    if (EntryFlag != True || box == nullptr || box->Type != Kind::TextBox) return;
+    RunEvent(*box, Event::LostFocus);
+    RunEvent(*box, Event::GotFocus);
+}
+
+void TypeIntoBox(Control &box, char character) {
+    const std::string text = box.Text + character;
+    SetText(box, text, static_cast<long>(text.size()));
+    RunEvent(box, Event::Change);
+}
+
+bool RefuseReservedKey(Integer keyAscii) {
+    if (keyAscii == '|') {
+        MsgBox("'|' is a reserved character in Quintave and is not allowed as input. Please choose another character.",
+               OkOnly, "Quintave");
+        return true;
+    }
+    if (keyAscii == '"') {
+        MsgBox(
+            "the 'double quote' or 'seconds' symbol is a reserved character in Quintave and is not allowed as input. "
+            "Please choose another character or spell out the appropriate word.",
+            OkOnly, "Quintave");
+        return true;
+    }
+    return false;
+}
+
+void Text1_GotFocus(Integer Index) { BeginEdit(Text1At(Index)); }
+
+void Text1_KeyDown(Integer /*Index*/, Integer &KeyCode, Integer Shift) {
+    UserKey = True;
+    NoteKey(KeyCode, Shift);
+}
+
+void Text1_KeyPress(Integer Index, Integer &KeyAscii) {
+    if (CtrlHeld == True) return;
+    if (RefuseReservedKey(KeyAscii)) {
+        KeyAscii = 0;
+    } else if (IsCommitKey(KeyAscii)) {
+        KeyAscii = 0;
+        Text1_Change(Index);
+        Text1_LostFocus(Index);
+        SetFocus(ActiveRows());
+        SelectNextRow();
+    }
+}
+
+void Text1_Change(Integer Index) {
+    UserKey = False;
+    MarkChanged();
+    LimitLength(Text1At(Index));
+}
+
+void Text1_LostFocus(Integer Index) { CommitEdit(Text1At(Index), "Text1-LostFocus"); }
+
+void Text2_GotFocus(Integer Index) { BeginEdit(Text2At(Index)); }
+
+void Text2_KeyDown(Integer Index, Integer &KeyCode, Integer Shift) { Text1_KeyDown(Index, KeyCode, Shift); }
+
+void Text2_KeyPress(Integer Index, Integer &KeyAscii) {
+    if (CtrlHeld == True) return;
+    if (RefuseReservedKey(KeyAscii)) {
+        KeyAscii = 0;
+    } else if (IsCommitKey(KeyAscii)) {
+        KeyAscii = 0;
+        Text2_LostFocus(Index);
+        SetFocus(ActiveRows());
+        SelectNextRow();
+    }
+}
+
+void Text2_Change(Integer Index) {
+    UserKey = False;
+    MarkChanged();
+    ListTop = ActiveChoices().ListIndex;
+    FieldInfo[SelectedElement()][Choice] = ListTop;
+    LimitLength(Text2At(Index));
+}
+
+void Text2_LostFocus(Integer Index) { CommitEdit(Text2At(Index), "Text2-LostFocus"); }
+
+void Box_ForeignKey(std::string_view Character) {
+    // The window shows messages as text of the code page, which this character is not part of: it stands as "?".
+    MsgBox("'" + FromUtf8(Character) +
+               "' can not be stored in a Quintave file and is not allowed as input. Please choose another character.",
+           OkOnly, "Quintave");
+}
+
+void Box_ForeignPaste() {
+    MsgBox("Some of the characters you entered can not be stored in a Quintave file and were replaced by '?'.", OkOnly,
+           "Quintave");
+}
+
+void List2_GotFocus(Integer Index) { SetBackColor(List2At(Index), White); }
+
+void List2_LostFocus(Integer Index) { SetBackColor(List2At(Index), LightGrey); }
+
+void List2_KeyDown(Integer /*Index*/, Integer &KeyCode, Integer Shift) {
+    if (KeyCode >= PageUpKey && KeyCode <= DownArrowKey) UserKey = True;
+    NoteKey(KeyCode, Shift);
+}
+
+void List2_MouseDown(Integer /*Index*/) { UserKey = True; }
+
+void List2_Click(Integer Index) {
+    if (UserKey != True) return;
+    UserKey = False;
+    const Control &choices = List2At(Index);
+    const auto isOtherAt = [&](Integer row) {
+        return row >= 0 && static_cast<std::size_t>(row) < choices.Rows.size() &&
+               IsOther(choices.Rows[static_cast<std::size_t>(row)]);
+    };
+    if (isOtherAt(choices.ListIndex) || isOtherAt(ListTop)) ShowSelectedField(0, False);
+    ListTop = choices.ListIndex;
+}
+
+void List2_DblClick(Integer /*Index*/) { AcceptChoice(); }
+
+void List2_KeyPress(Integer /*Index*/, Integer &KeyAscii) {
+    constexpr Integer NeverSearched = 'c';
+    if (CtrlHeld == True) return;
+    if (KeyAscii == EnterCode || KeyAscii == CtrlEnterCode) {
+        if (ActiveChoices().ListIndex < 0) return;
+        SetFocus(ActiveRows());
+        AcceptChoice();
+    } else if (KeyAscii != NeverSearched) {
+        PendingKey = static_cast<unsigned char>(UpperCase(std::string(1, static_cast<char>(KeyAscii)))[0]);
+        SelectChoiceByLetter();
+    }
+}
+
+void AcceptChoice() {
+    const Integer element = SelectedElement();
+    const bool isOther = IsOther(SelectedChoice());
+    TmpStr = isOther ? FreeTextOf(ShownText()) : SelectedChoice();
+    if (IsClear(TmpStr)) TmpStr.clear();
+    FieldInfo[element][Choice] = ActiveChoices().ListIndex;
+    ListTop = ActiveChoices().ListIndex;
+    StoreValue(TmpStr, "List2_DblClick");
+    MarkChanged();
+    AcceptingChoice = True;
+    if (isOther) {
+        ShowSelectedField(2, True);
+    } else {
+        SetFocus(ActiveRows());
+        SelectNextRow();
+    }
+    AcceptingChoice = False;
+}

@@ -1,0 +1,49 @@
+// Entering a value: typing into a free-text box, or picking from the choice list. The events of Text1, Text2 and List2.
+#pragma once
+
+#include "platform/runtime.h"
+
+#include <string_view>
+
+struct Control;
+
+extern Integer EntryFlag;       // true while a free-text box has the focus: leaving it commits
+extern Integer UserKey;         // true: the next selection in the choice list or of an occurrence is the user's
+extern Integer CtrlHeld;        // true: the last key went down with Ctrl alone; 13 for Ctrl+Enter
+extern Integer AcceptingChoice; // true while a choice is being accepted
+
+// Commits the edit of the free-text box that has the focus, which keeps it.
+void CommitPendingEdit();
+
+// Appends a character to a box as if the user had typed it there.
+void TypeIntoBox(Control &box, char character);
+
+// Takes the selected choice as the value of the selected row and moves on.
+void AcceptChoice();
+
+// "|" or the double quote was typed: tells that it is reserved, and is true.
+bool RefuseReservedKey(Integer keyAscii);
+
+void Text1_GotFocus(Integer Index);
+void Text1_KeyDown(Integer Index, Integer &KeyCode, Integer Shift);
+void Text1_KeyPress(Integer Index, Integer &KeyAscii);
+void Text1_Change(Integer Index);
+void Text1_LostFocus(Integer Index);
+
+void Text2_GotFocus(Integer Index);
+void Text2_KeyDown(Integer Index, Integer &KeyCode, Integer Shift);
+void Text2_KeyPress(Integer Index, Integer &KeyAscii);
+void Text2_Change(Integer Index);
+void Text2_LostFocus(Integer Index);
+
+// A character that a report cannot hold was typed, or a text with some was pasted.
+void Box_ForeignKey(std::string_view Character);
+void Box_ForeignPaste();
+
+void List2_GotFocus(Integer Index);
+void List2_LostFocus(Integer Index);
+void List2_KeyDown(Integer Index, Integer &KeyCode, Integer Shift);
+void List2_MouseDown(Integer Index);
+void List2_Click(Integer Index);
+void List2_DblClick(Integer Index);
+void List2_KeyPress(Integer Index, Integer &KeyAscii);
