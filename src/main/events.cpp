@@ -11,6 +11,7 @@
 #include "report/save_command.h"
 #include "screen/command_keys.h"
 #include "screen/field_list.h"
+#include "screen/instances.h"
 #include "screen/value_entry.h"
 
 #include <algorithm>
@@ -31,6 +32,12 @@ constexpr std::array Connections{
     Connection{"CommandSaveAs", Event::KeyDown, Command_KeyDown},
     Connection{"CommandTemplate", Event::Click, CommandTemplate_Click},
     Connection{"CommandTemplate", Event::KeyDown, Command_KeyDown},
+    Connection{"FIAdd", Event::Click, FIAdd_Click},
+    Connection{"FIAdd", Event::KeyDown, Command_KeyDown},
+    Connection{"FIDel", Event::Click, FIDel_Click},
+    Connection{"FIDel", Event::KeyDown, Command_KeyDown},
+    Connection{"FIScroll", Event::Change, FIScroll_Change},
+    Connection{"FIScroll", Event::KeyDown, Command_KeyDown},
     Connection{"FldChange", Event::Click, FldChange_Click},
     Connection{"FldChange", Event::KeyDown, Command_KeyDown},
     Connection{"GrpExit", Event::Click, GrpExit_Click},

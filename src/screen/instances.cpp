@@ -3,6 +3,7 @@
 
 #include "main/main_window.h"
 #include "model/field_model.h"
+#include "report/choice_matching.h"
 #include "screen/row_text.h"
 #include "screen/selected_field.h"
 #include "screen/value_entry.h"
@@ -36,6 +37,35 @@ Bounds BoundsOf(std::string_view framed, std::int32_t number) {
 }
 
 std::string Framed(std::string_view value) { return "|" + std::string(value) + "|"; }
+
+bool HasEntry(Integer element) { return !IsList(element) || ActiveChoices().ListIndex >= 0; }
+
+// What the entry controls hold, a pending edit committed first.
+std::string EntryText(Integer element) {
+    CommitPendingEdit();
+    if (!IsList(element)) return ValueBox(FieldInfo[element][TypeCode]).Text;
+    const std::string choice = SelectedChoice();
+    if (IsClear(choice)) return "";
+    return IsOther(choice) ? OtherBox(ActiveList).Text : choice;
+}
+
+// An empty entry, for the instance that was added.
+void EmptyEntry(Integer element) {
+    if (!IsList(element)) {
+        Control &box = ValueBox(FieldInfo[element][TypeCode]);
+        SetText(box, "", 0);
+        SetFocus(box);
+        return;
+    }
+    SetVisible(OtherBox(ActiveList), false);
+    SetText(OtherBox(ActiveList), "", 0);
+    ShowListIndex(ActiveChoices(), -1);
+    ListTop = -1;
+    FieldInfo[element][Choice] = -1;
+}
+
+// The instance controls act on fields that hold a value in the field list.
+bool HasInstances(Integer element) { return ActiveList == 0 && element != 0 && HasValue(element); }
 
 } // namespace
 
@@ -89,4 +119,47 @@ void ShowFieldInstance(Integer Delete, Integer Load) {
     if (value.ends_with('|')) value.pop_back();
     RowValue[CurrentField] = value;
     ShowValueInRow(value);
+}
+
+void FIAdd_Click() {
+    const Integer element = SelectedElement();
+    if (!HasInstances(element)) return;
+    const std::string text = EntryText(element);
+    if (RTrim(text).empty() || RowValue[CurrentField].ends_with('|') || !HasEntry(element)) return;
+    CallTrail += "FIAdd";
+    TmpStr = text;
+    ShowFieldInstance(1, 0);
+    const Integer count = ToInteger(Quintave.FIScroll.Max + 1);
+    SetScroll(count, count);
+    SetCaption(Quintave.FILabel[0], std::to_string(count));
+    SetCaption(Quintave.FILabel[1], std::to_string(count));
+    MarkChanged();
+    EmptyEntry(element);
+}
+
+void FIDel_Click() {
+    const Integer element = SelectedElement();
+    if (!HasInstances(element)) return;
+    EntryText(element);
+    CallTrail = "FIDel";
+    ShowFieldInstance(True, 0);
+    if (Quintave.FIScroll.Max > 1) SetScroll(ToInteger(Quintave.FIScroll.Max - 1), Quintave.FIScroll.Value);
+    SetCaption(Quintave.FILabel[0], std::to_string(Quintave.FIScroll.Max));
+    SetCaption(Quintave.FILabel[1], std::to_string(Quintave.FIScroll.Value));
+    MarkChanged();
+    ShowFieldInstance(1, 1);
+}
+
+void FIScroll_Change() {
+    const Integer element = SelectedElement();
+    if (Quintave.FIScroll.Tag == "AddDel" || !HasInstances(element)) return;
+    const std::string text = EntryText(element);
+    CallTrail += "FIScrollChange";
+    if (HasEntry(element)) {
+        if (text != InstanceText(RowValue[CurrentField], NumericValue(Quintave.FILabel[1].Caption))) MarkChanged();
+        TmpStr = text;
+        ShowFieldInstance(1, 0);
+    }
+    SetCaption(Quintave.FILabel[1], std::to_string(Quintave.FIScroll.Value));
+    ShowFieldInstance(1, 1);
 }

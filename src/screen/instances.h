@@ -21,3 +21,8 @@ void ShowInstanceControls(Integer element, Integer mode);
 // Load not 0: shows the instance whose number FILabel(1) tells in the entry controls. Otherwise stores: Delete True
 // removes that instance, any other value puts TmpStr in its place; the row is rewritten.
 void ShowFieldInstance(Integer Delete, Integer Load);
+
+// Events of the instance controls: another instance behind the last, the shown one removed, another one shown.
+void FIAdd_Click();
+void FIDel_Click();
+void FIScroll_Change();
