@@ -3,10 +3,12 @@
 
 #include "groups/open_group.h"
 #include "groups/table_commands.h"
+#include "help/help_window.h"
 #include "main/session.h"
 #include "main/start_up.h"
 #include "model/template_file.h"
 #include "platform/controls.h"
+#include "print/print_panel.h"
 #include "report/load_command.h"
 #include "report/save_command.h"
 #include "screen/command_keys.h"
@@ -22,7 +24,10 @@ namespace {
 constexpr std::array Connections{
     Connection{"CommandAdd", Event::Click, CommandAdd_Click},
     Connection{"CommandAdd", Event::KeyDown, Command_KeyDown},
+    Connection{"CommandMoreHelp", Event::Click, CommandMoreHelp_Click},
     Connection{"CommandMoreHelp", Event::KeyDown, Command_KeyDown},
+    Connection{"CommandPrint", Event::Click, CommandPrint_Click},
+    Connection{"CommandPrint", Event::KeyDown, Command_KeyDown},
     Connection{"CommandQuit", Event::Click, CommandQuit_Click},
     Connection{"CommandQuit", Event::KeyDown, Command_KeyDown},
     Connection{"CommandReset", Event::Click, CommandReset_Click}, // its keys do nothing
@@ -42,6 +47,9 @@ constexpr std::array Connections{
     Connection{"FldChange", Event::KeyDown, Command_KeyDown},
     Connection{"GrpExit", Event::Click, GrpExit_Click},
     Connection{"GrpExit", Event::KeyDown, Command_KeyDown},
+    Connection{"HelpForm", Event::Resize, HelpForm_Resize},
+    Connection{"HelpForm", Event::Unload, HelpForm_Unload},
+    Connection{"HelpQuit", Event::Click, HelpQuit_Click},
     Connection{"List1", Event::Click, List1_Click},
     Connection{"List1", Event::DblClick, List1_DblClick},
     Connection{"List1", Event::GotFocus, List1_GotFocus},
@@ -57,6 +65,12 @@ constexpr std::array Connections{
     Connection{"List2", Event::MouseDown, List2_MouseDown},
     Connection{"LogoOff", Event::Click, LogoOff_Click},
     Connection{"LogoQuit", Event::Click, LogoQuit_Click},
+    Connection{"PrintFrameCancel", Event::Click, PrintFrameCancel_Click},
+    Connection{"PrintFrameIndent", Event::Click, PrintFrameIndent_Click},
+    Connection{"PrintFramePrint", Event::Click, PrintFramePrint_Click},
+    Connection{"PrintFrameToggler", Event::Click, PrintFrameToggler_Click},
+    Connection{"PrintIndent", Event::LostFocus, PrintIndent_LostFocus},
+    Connection{"PrintIndent", Event::KeyPress, PrintIndent_KeyPress},
     Connection{"TblFldDelete", Event::Click, TblFldDelete_Click},
     Connection{"TblFldDelete", Event::KeyDown, Command_KeyDown},
     Connection{"TblFldInsert", Event::Click, TblFldInsert_Click},

@@ -135,7 +135,7 @@ struct QuintaveForm {
     Control SectionLabel{.Type = Kind::List, .Name = "SectionLabel", .Title = "Sections", .TakesFocus = false};
     Control Label2{.Type = Kind::Label, .Name = "Label2", .Caption = "Data Level:"};
     Control DataLevelLabel{.Type = Kind::Label, .Name = "DataLevelLabel"};
-    Control helpline{.Type = Kind::Label, .Name = "helpline", .Title = "Help line", .Face = Font::Serif};
+    Control helpline{.Type = Kind::Label, .Name = "helpline", .Title = "Help line", .Face = Font::Serif, .Tag = "0"};
     Control SizerTest{.Type = Kind::Label, .Name = "SizerTest", .Face = Font::Fixed, .Visible = false};
     Control CommandAdd{.Type = Kind::Button, .Name = "CommandAdd", .Caption = "^Add/Open File"};
     Control CommandSave{.Type = Kind::Button, .Name = "CommandSave", .Caption = "^Save"};

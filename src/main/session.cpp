@@ -3,6 +3,7 @@
 
 #include "groups/open_group.h"
 #include "groups/store.h"
+#include "help/help_window.h"
 #include "main/main_window.h"
 #include "model/field_model.h"
 #include "model/template_file.h"
@@ -116,6 +117,7 @@ bool CloseMainWindow() {
 }
 
 void EndSession() {
+    HelpQuit_Click();
     CloseStore();
     DeleteWorkFiles();
     UnlockDirectory();

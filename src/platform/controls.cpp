@@ -110,9 +110,15 @@ void SetBackColor(Control &control, Colour colour) {
     Note(control, ColourAspect);
 }
 
-void SetPlace(Control &control, Integer left, Integer width) {
+void SetPlace(Control &control, long left, long width) {
     control.Left = left;
     control.Width = width;
+    Note(control, PlaceAspect);
+}
+
+void SetHeight(Control &control, long top, long height) {
+    control.Top = top;
+    control.Height = height;
     Note(control, PlaceAspect);
 }
 
@@ -238,6 +244,16 @@ void UserScrolls(Control &bar, Integer value) {
 
 void UserTicks(Control &timer) {
     AtTheEdge([&] { FireIndexed(timer, Event::Timer); });
+}
+
+void UserResizes(Control &form, long width, long height) {
+    form.Width = width;
+    form.Height = height;
+    AtTheEdge([&] { FireIndexed(form, Event::Resize); });
+}
+
+void UserCloses(Control &form) {
+    AtTheEdge([&] { FireIndexed(form, Event::Unload); });
 }
 
 bool UserKeyDown(Control &control, Integer keyCode, Integer shift) {

@@ -18,7 +18,7 @@ inline constexpr Colour DesignColour = -1; // as the desktop's own style paints 
 inline constexpr Colour LightGrey = 0xC0C0C0;
 inline constexpr Colour White = 0xFFFFFF;
 
-enum class Kind : std::uint8_t { Frame, Label, Button, List, TextBox, ComboBox, ScrollBar, Image, Timer };
+enum class Kind : std::uint8_t { Frame, Label, Button, List, TextBox, ComboBox, ScrollBar, Image, Timer, Form };
 
 enum class Font : std::uint8_t { Plain, Fixed, Serif, Banner };
 
@@ -30,7 +30,7 @@ enum Aspect : unsigned {
     RowAspect = 8,     // the rows listed in ChangedRows
     IndexAspect = 16,  // ListIndex
     ColourAspect = 32, // BackColor
-    PlaceAspect = 64,  // Left, Width
+    PlaceAspect = 64,  // Left, Width, Top, Height
     RangeAspect = 128, // Max, Value
 };
 
@@ -55,8 +55,11 @@ struct Control {
     Integer ListIndex = -1;          // the selected row; -1 for none
     Integer Max = 1;                 // scroll bar; its least value is 1
     Integer Value = 1;
-    Integer Left = 0; // twips, of a control that the program places
-    Integer Width = 0;
+    long Left = 0; // twips, of a control or a window that the program places
+    long Width = 0;
+    long Top = 0; // of what stands in a window without a layout
+    long Height = 0;
+    bool ReadOnly = false;        // a text box that only shows
     Control *Container = nullptr; // the frame it stands in, known once the layout was shown
 
     unsigned Changed = 0; // aspects that the front has not shown yet
@@ -75,6 +78,8 @@ enum class Event : std::uint8_t {
     Timer,
     ForeignKey,   // a typed character that the code page does not have
     ForeignPaste, // a pasted text some characters of which became "?"
+    Resize,       // of a form: its Width and Height are the new ones
+    Unload,       // a form was closed
 };
 
 // Key codes and shift states of KeyDown, character codes of KeyPress. A handler that sets its code to 0 discards the
@@ -120,7 +125,8 @@ void SetVisible(Control &control, bool visible); // hiding the control with the 
 void SetEnabled(Control &control, bool enabled); // so does disabling it
 void SetTabStop(Control &control, bool tabStop);
 void SetBackColor(Control &control, Colour colour);
-void SetPlace(Control &control, Integer left, Integer width); // twips
+void SetPlace(Control &control, long left, long width);  // twips
+void SetHeight(Control &control, long top, long height); // twips
 
 // A change by the program is never an edit of the user's: it runs nothing.
 void SetText(Control &box, std::string_view text, long caret);
@@ -161,6 +167,8 @@ void UserPressesMouse(Control &control);
 void UserPresses(Control &button);
 void UserScrolls(Control &bar, Integer value);
 void UserTicks(Control &timer);
+void UserResizes(Control &form, long width, long height); // inner size in twips
+void UserCloses(Control &form);
 
 // A key goes down. False where the toolkit must not act on it.
 bool UserKeyDown(Control &control, Integer keyCode, Integer shift);

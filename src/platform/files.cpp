@@ -129,6 +129,13 @@ bool FileExists(const std::string &path) {
     return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
+bool IsSameFile(const std::string &a, const std::string &b) {
+    struct stat first {};
+    struct stat second {};
+    return stat(a.c_str(), &first) == 0 && stat(b.c_str(), &second) == 0 && first.st_dev == second.st_dev &&
+           first.st_ino == second.st_ino;
+}
+
 std::string FindDirectory(std::string directory, std::string_view path) {
     while (!path.empty()) {
         const auto length = std::min(path.find_first_of("/\\"), path.size());

@@ -20,6 +20,9 @@ std::string CurrentDirectory();
 // A regular file that can be seen under this path.
 bool FileExists(const std::string &path);
 
+// Both paths lead to the same existing file.
+bool IsSameFile(const std::string &a, const std::string &b);
+
 // The name in the directory that a name from a table or template means: the exact one, else the first, in sorted order,
 // that differs only in the case of its letters; "" where there is none. Only regular files count, and a name with a
 // separator in it means none.

@@ -5,6 +5,7 @@
 #include "platform/layout.h"
 #include "platform/runtime.h"
 
+#include <initializer_list>
 #include <string_view>
 
 struct Control;
@@ -24,6 +25,22 @@ void ShowBusyPointer(bool busy);
 
 // Lets the window be painted and answer the desktop in the middle of a long work; the user's acts wait.
 void KeepWindowAlive();
+
+// Paints a control now, in the middle of a long work; not more often than an eye can follow.
+void RepaintNow(Control &control);
+
+// The screen's size in twips.
+struct ScreenTwips {
+    long Width;
+    long Height;
+};
+
+ScreenTwips ScreenSize();
+
+// Opens a window of its own, without a layout, whose parts stand where the program places them, in twips. The form's
+// Left and Top are the window's, Width and Height of its inside.
+void OpenForm(Control &form, std::initializer_list<Control *> parts);
+void CloseForm(Control &form);
 
 // Ends the program once the running handlers have returned. Asks and saves nothing.
 void EndProgram();

@@ -7,6 +7,7 @@
 #include "main/session.h"
 #include "model/field_model.h"
 #include "model/template_file.h"
+#include "print/print_panel.h"
 #include "report/load_command.h"
 #include "report/save_command.h"
 #include "screen/value_entry.h"
@@ -28,7 +29,7 @@ struct Shortcut {
     void (*Run)();
 };
 
-constexpr std::array<Shortcut, 13> Shortcuts{{
+constexpr std::array<Shortcut, 14> Shortcuts{{
     {'A', false, CommandAdd_Click},
     {'B', true, ToBottomOccurrence},
     {'D', true, TblFldDelete_Click},
@@ -37,6 +38,7 @@ constexpr std::array<Shortcut, 13> Shortcuts{{
     {'G', true, FocusOccurrenceNumber},
     {'I', true, TblFldInsert_Click},
     {'N', true, ToNextOccurrence},
+    {'P', false, CommandPrint_Click},
     {'Q', false, CommandQuit_Click},
     {'R', false, CommandReset_Click},
     {'S', false, CommandSave_Click},

@@ -4,6 +4,7 @@
 
 #include "groups/occurrence.h"
 #include "groups/open_group.h"
+#include "help/help_window.h"
 #include "main/main_window.h"
 #include "model/field_model.h"
 #include "model/work_files.h"
@@ -21,7 +22,7 @@ std::string CallTrail;
 namespace {
 
 constexpr int IndentPerLevel = 4;
-constexpr Integer OtherBoxRight = 7695; // twips
+constexpr long OtherBoxRight = 7695; // twips
 
 bool IsGroupEndMark(Integer element) {
     return FieldInfo[element][TypeCode] == GroupMark && FieldInfo[element][KindItem] <= 1;
@@ -119,8 +120,8 @@ void FillBox(Control &box) {
 
 void ShowOtherBox() {
     Control &box = OtherBox(ActiveList);
-    const Integer left = ActiveChoices().Left;
-    SetPlace(box, left, ToInteger(OtherBoxRight - left));
+    const long left = ActiveChoices().Left;
+    SetPlace(box, left, OtherBoxRight - left);
     FillBox(box);
 }
 
@@ -232,4 +233,5 @@ void ShowHelpLine() {
     SetCaption(Quintave.helpline, line);
     Quintave.CommandMoreHelp.Tag = file.empty() ? "" : TemplateDir + file;
     SetEnabled(Quintave.CommandMoreHelp, !file.empty());
+    FollowHelp();
 }

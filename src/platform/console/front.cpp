@@ -31,6 +31,17 @@ void ShowBusyPointer(bool /*busy*/) {}
 
 void KeepWindowAlive() {}
 
+void RepaintNow(Control & /*control*/) {}
+
+ScreenTwips ScreenSize() { return {19200, 15360}; } // 1280 x 1024 pixels
+
+void OpenForm(Control &form, std::initializer_list<Control *> parts) {
+    for (Control *part : parts) part->Container = &form;
+    SetVisible(form, true);
+}
+
+void CloseForm(Control &form) { SetVisible(form, false); }
+
 void EndProgram() { Ended = true; }
 
 bool ProgramEnded() { return std::exchange(Ended, false); }

@@ -241,6 +241,7 @@ class TextEdit : public Focusable<QPlainTextEdit> {
 public:
     TextEdit(Control &control, QWidget *parent, int lines) : Focusable(control, parent) {
         setTabChangesFocus(true);
+        setReadOnly(control.ReadOnly);
         const bool wraps = control.ManyLines || lines >= LongBoxLines;
         setLineWrapMode(wraps ? WidgetWidth : NoWrap);
         setVerticalScrollBarPolicy(wraps ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
@@ -253,7 +254,7 @@ public:
 
     void Refresh(unsigned aspects) {
         if (aspects & TextAspect) ShowText();
-        if (aspects & PlaceAspect) setFixedWidth(Pixels(*this, of.Width));
+        if ((aspects & PlaceAspect) && of.Height == 0) setFixedWidth(Pixels(*this, of.Width));
     }
 
 protected:
@@ -261,7 +262,7 @@ protected:
         if (!ReportKey(of, *event)) return;
         if (KeyCodeOf(*event) != EnterCode)
             QPlainTextEdit::keyPressEvent(event);
-        else if (of.ManyLines)
+        else if (of.ManyLines && !of.ReadOnly)
             insertPlainText("\n");
     }
 
@@ -421,7 +422,8 @@ View MakeWidget(Control &control, QWidget *parent, int columns, int lines) {
     case Kind::ComboBox: return ViewOf(new ComboRows(control, parent));
     case Kind::ScrollBar: return ViewOf(new Scroll(control, parent));
     case Kind::Image: return MakeImage(parent);
-    case Kind::Timer: break;
+    case Kind::Timer:
+    case Kind::Form: break;
     }
     return MakeTimer(control, parent);
 }

@@ -188,6 +188,14 @@ QWidget *BuildMainWindow(const Place &layout, bool (*mayClose)()) {
     return TheWindow;
 }
 
+void AddView(Control &control, QWidget *parent) {
+    Views[&control] = MakeView(control, parent, 0, 0);
+    control.Changed = ~0U;
+    ShowControl(control);
+}
+
+void DropView(const Control &control) { Views.erase(&control); }
+
 QWidget *MainWindow() { return TheWindow; }
 
 QWidget *WidgetOf(const Control &control) {

@@ -15,6 +15,10 @@ QWidget *MainWindow();
 // The widget of a control; null for one that stands nowhere.
 QWidget *WidgetOf(const Control &control);
 
+// A widget that shows a control outside the main window's layout, in a form; and the end of all in it.
+void AddView(Control &control, QWidget *parent);
+void DropView(const Control &control);
+
 // Shows all changes that the program made to its controls since the last time.
 void ShowChanges();
 

@@ -1,0 +1,106 @@
+// The help window (help_window.h).
+#include "help/help_window.h"
+
+#include "main/main_window.h"
+#include "model/field_model.h"
+#include "platform/codepage.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
+#include "platform/front.h"
+
+#include <algorithm>
+
+HelpWindow Help;
+
+namespace {
+
+// In twips: the window as it opens, the space around its parts, and the sizes below which they stay as they are.
+constexpr long FormWidth = 7800;
+constexpr long FormHeight = 6300;
+constexpr long Margin = 50;
+constexpr long ButtonHeight = 450;
+constexpr long LeastWidth = 180;
+constexpr long LeastHeight = 800;
+constexpr double ScreenShare = 0.975; // where the window's lower right corner stands
+
+// The open marker stands in the tag of helpline.
+bool IsOpen() { return Quintave.helpline.Tag == "-1"; }
+
+void MarkOpen(bool open) { Quintave.helpline.Tag = open ? "-1" : "0"; }
+
+void TellUnreadable(Integer number) {
+    MsgBox("Error: " + ErrorText(number) + NL + "Error reading this help file! (" +
+               NameText(Quintave.CommandMoreHelp.Tag) + ")",
+           CriticalIcon, "More Help");
+}
+
+// The window at the lower right of the screen.
+void PlaceForm() {
+    MarkOpen(true);
+    const ScreenTwips screen = ScreenSize();
+    SetPlace(Help.HelpForm, static_cast<long>(ScreenShare * static_cast<double>(screen.Width)) - FormWidth, FormWidth);
+    SetHeight(Help.HelpForm, static_cast<long>(ScreenShare * static_cast<double>(screen.Height)) - FormHeight,
+              FormHeight);
+}
+
+// The next line of a text, which loses it; lines end in CR LF, LF or CR.
+std::string_view TakeLine(std::string_view &text) {
+    const auto end = std::min(text.find_first_of("\r\n"), text.size());
+    const std::string_view line = text.substr(0, end);
+    const bool pair = text.substr(end).starts_with("\r\n");
+    text.remove_prefix(std::min(end + (pair ? 2 : 1), text.size()));
+    return line;
+}
+
+} // namespace
+
+void CommandMoreHelp_Click() {
+    if (IsOpen()) return;
+    try {
+        ShowHelp(Quintave.CommandMoreHelp.Tag);
+    } catch (const RuntimeError &error) {
+        TellUnreadable(error.Number);
+        return;
+    }
+    PlaceForm();
+    HelpForm_Resize();
+    OpenForm(Help.HelpForm, {&Help.HelpQuit, &Help.HelpText});
+}
+
+void FollowHelp() {
+    if (!IsOpen() || Quintave.CommandMoreHelp.Tag.empty()) return;
+    try {
+        ShowHelp(Quintave.CommandMoreHelp.Tag);
+    } catch (const RuntimeError &) { // the button tells of it when it is asked
+        SetText(Help.HelpText, "", 0);
+    }
+}
+
+void ShowHelp(const std::string &fileName) {
+    const std::string bytes = ReadFile(fileName);
+    std::string text;
+    for (std::string_view rest = bytes; !rest.empty();) {
+        text += NL;
+        text += TakeLine(rest);
+    }
+    SetText(Help.HelpText, text, 0);
+}
+
+void HelpQuit_Click() {
+    if (!IsOpen()) return;
+    CloseForm(Help.HelpForm);
+    MarkOpen(false);
+}
+
+void HelpForm_Resize() {
+    const long width = Help.HelpForm.Width;
+    const long height = Help.HelpForm.Height;
+    if (width >= LeastWidth) {
+        SetPlace(Help.HelpQuit, Margin, width - 2 * Margin);
+        SetPlace(Help.HelpText, Margin, width - 2 * Margin);
+    }
+    SetHeight(Help.HelpQuit, Margin, ButtonHeight);
+    if (height >= LeastHeight) SetHeight(Help.HelpText, ButtonHeight + 2 * Margin, height - ButtonHeight - 3 * Margin);
+}
+
+void HelpForm_Unload() { MarkOpen(false); }

@@ -1,0 +1,97 @@
+// The default printer through the toolkit (platform/printer.h).
+#include "platform/printer.h"
+
+#include "platform/qt/text.h"
+#include "platform/qt/window.h"
+#include "platform/runtime.h"
+
+#include <QFontInfo>
+#include <QPainter>
+#include <QPrinter>
+#include <QPrinterInfo>
+
+#include <memory>
+
+namespace {
+
+constexpr int ColumnsPerInch = 12;
+constexpr int LinesPerInch = 6;
+
+// The job that is running; null between jobs. The printer outlives the painter.
+std::unique_ptr<QPrinter> Paper;
+std::unique_ptr<QPainter> Pen;
+int Page = 0;
+double Column = 0;
+double Line = 0;
+
+void NeedGood(bool good) {
+    if (good && Paper->printerState() != QPrinter::Error) return;
+    Pen.reset();
+    Paper.reset();
+    throw RuntimeError{PrinterError};
+}
+
+QFont FontFor(bool bold, int points) {
+    QFont font("Courier", points);
+    font.setStyleHint(QFont::TypeWriter);
+    font.setFixedPitch(true);
+    font.setBold(bold);
+    return font;
+}
+
+double PixelsPerColumn() { return static_cast<double>(Paper->logicalDpiX()) / ColumnsPerInch; }
+double PixelsPerLine() { return static_cast<double>(Paper->logicalDpiY()) / LinesPerInch; }
+
+} // namespace
+
+void OpenPrinter(std::string_view document) {
+    const QPrinterInfo target = QPrinterInfo::defaultPrinter();
+    if (target.isNull()) throw RuntimeError{PrinterError};
+    Pen.reset();
+    Paper = std::make_unique<QPrinter>(target, QPrinter::HighResolution);
+    Paper->setFullPage(true);
+    Paper->setDocName(AsLabel(document));
+    Paper->setCreator("Quintave");
+    Pen = std::make_unique<QPainter>();
+    NeedGood(Pen->begin(Paper.get()));
+    Page = 1;
+    Column = 0;
+    Line = 0;
+    SetPrinterFont(false, 10);
+}
+
+double PrinterWidth() { return Paper->width() / PixelsPerColumn(); }
+double PrinterHeight() { return Paper->height() / PixelsPerLine(); }
+double PrinterColumn() { return Column; }
+double PrinterLine() { return Line; }
+void SetPrinterColumn(double column) { Column = column; }
+void SetPrinterLine(double line) { Line = line; }
+
+void SetPrinterFont(bool bold, int points) { Pen->setFont(FontFor(bold, points)); }
+
+void PrintText(std::string_view text) {
+    const QPointF baseline(Column * PixelsPerColumn(), Line * PixelsPerLine() + Pen->fontMetrics().ascent());
+    if (!text.empty()) Pen->drawText(baseline, ToOneLine(text));
+    Column += static_cast<double>(text.size());
+}
+
+void EndPrinterLine() {
+    Line += 1;
+    Column = 0;
+}
+
+void NewPrinterPage() {
+    NeedGood(Paper->newPage());
+    ++Page;
+    Column = 0;
+    Line = 0;
+}
+
+int PrinterPage() { return Page; }
+
+void ClosePrinter() {
+    const bool handedOver = Pen->end();
+    NeedGood(handedOver);
+    Pen.reset();
+    Paper.reset();
+}

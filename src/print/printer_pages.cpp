@@ -1,0 +1,115 @@
+// Pages with their headers and margins (printer_pages.h).
+#include "print/printer_pages.h"
+
+#include "model/field_model.h"
+#include "platform/codepage.h"
+#include "platform/front.h"
+#include "platform/printer.h"
+#include "print/report_layout.h"
+
+namespace {
+
+// The paper counts as 8.5 by 11 inches, whatever it is: its margins grow with it.
+constexpr double InchesAcross = 8.5;
+constexpr double InchesDown = 11;
+constexpr int TextPoints = 10;
+constexpr int HeadingPoints = 14;
+constexpr double CentredLines = 6; // that a centred line needs above the bottom; a heading needs its style more
+
+// The page in units, while a job runs.
+double LeftMargin = 0;
+double TopMargin = 0;
+double BottomLimit = 0;
+
+void PrintPageHeader() {
+    SetPrinterFont(true, TextPoints);
+    SetPrinterLine(TopMargin);
+    SetPrinterColumn(LeftMargin);
+    PrintText(ReportHeading() + "      Page " + std::to_string(PrinterPage()));
+    EndPrinterLine();
+    SetPrinterFont(false, TextPoints);
+    EndPrinterLine();
+}
+
+void StartPage() {
+    NewPrinterPage();
+    PrintPageHeader();
+}
+
+void BeginRecord() {
+    if (PrinterLine() > BottomLimit) StartPage();
+}
+
+double PrintBoldTitle(std::string_view text, double column) {
+    SetPrinterFont(true, TextPoints);
+    SetPrinterColumn(column);
+    PrintText(text);
+    SetPrinterFont(false, TextPoints);
+    return PrinterColumn();
+}
+
+void PrintPiece(std::string_view text, double column, bool last, std::string_view title) {
+    if (!last && PrinterLine() > BottomLimit) {
+        StartPage();
+        PrintBoldTitle(std::string(title) + "   (continued)...", LeftMargin);
+        EndPrinterLine();
+    }
+    SetPrinterColumn(column);
+    PrintText(text);
+    EndPrinterLine();
+}
+
+void PrintLine(std::string_view text, Integer style) {
+    if (PrinterLine() + CentredLines + style > BottomLimit) StartPage();
+    if (style == HeadingStyle) {
+        EndPrinterLine();
+        EndPrinterLine();
+        SetPrinterFont(true, HeadingPoints);
+    }
+    // Half a unit for each character whatever the font's size, so a heading stands a little right of the centre.
+    SetPrinterColumn(PrinterWidth() / 2 - static_cast<double>(text.size()) * 0.5);
+    PrintText(text);
+    EndPrinterLine();
+    SetPrinterFont(false, TextPoints);
+    if (style == HeadingStyle) EndPrinterLine();
+}
+
+PrintSink OpenPages() {
+    OpenPrinter(NameText(ReportFileName));
+    LeftMargin = PrinterWidth() / InchesAcross;
+    TopMargin = PrinterHeight() / InchesDown;
+    BottomLimit = PrinterHeight() - 2 * TopMargin;
+    PrintPageHeader();
+    return {LeftMargin, PrinterWidth() - LeftMargin, BeginRecord, PrintBoldTitle, EndPrinterLine, PrintPiece,
+            PrintLine};
+}
+
+void PrintPages(ItemInput &input, Integer copy) {
+    const PrintSink sink = OpenPages();
+    try {
+        if (ReadReportHeader(input)) {
+            PlaceReport(input, ReadPrintOptions(), sink, "   Printing Copy " + std::to_string(copy));
+        } else {
+            PrintText(HeaderFailure);
+            EndPrinterLine();
+        }
+    } catch (const RuntimeError &error) {
+        if (error.Number != PrinterError) ClosePrinter(); // what could be read is printed
+        throw;
+    }
+    ClosePrinter();
+}
+
+} // namespace
+
+void PrintReportToPrinter(Integer copy) {
+    ItemInput input = OpenItems(ReportFileDir + ReportFileName);
+    ShowBusyPointer(true);
+    try {
+        PrintPages(input, copy);
+    } catch (const RuntimeError &) {
+        ShowBusyPointer(false);
+        throw;
+    }
+    ShowBusyPointer(false);
+}

@@ -1,0 +1,53 @@
+// One layout for printer and text file: it reads a report record by record and places titles and values. Where they go
+// is a sink's business: printer_pages.cpp and text_lines.cpp.
+#pragma once
+
+#include "platform/items.h"
+#include "platform/runtime.h"
+
+#include <string>
+#include <string_view>
+
+// What a layout places its texts on. Columns are characters.
+struct PrintSink {
+    double Left = 0;                 // column of titles
+    double RightLimit = 0;           // column that no value reaches
+    void (*BeginRecord)() = nullptr; // before each record
+    double (*PrintTitle)(std::string_view text,
+                         double column) = nullptr; // bold; the line goes on at the column returned
+    void (*EndLine)() = nullptr;
+    // A piece of a value at a column, and the end of its line. Before a piece that is not the last one there may be a
+    // new page, which repeats the title.
+    void (*PrintPiece)(std::string_view text, double column, bool last, std::string_view title) = nullptr;
+    void (*PrintCentred)(std::string_view text, Integer style) = nullptr; // style 2: a heading
+};
+
+inline constexpr Integer PlainStyle = 0;
+inline constexpr Integer HeadingStyle = 2;
+inline constexpr std::string_view HeaderFailure = "File Header Failure -- This is not a Valid QuintaveV2 File!";
+
+// The options of the print panel, as a copy starts with them.
+struct PrintOptions {
+    Integer Mode = 0; // 0: no indent, 1: titles indented, 2: titles and data
+    Integer BaseLevel = 2;
+    bool Raw = false;
+    double DataIndent = 0; // characters
+    std::string Separator; // behind each title
+};
+
+PrintOptions ReadPrintOptions();
+
+// The report's header record is a good one; the input stands behind it.
+bool ReadReportHeader(ItemInput &input);
+
+// Places all records. `progress` is the caption of printLabel that the stars follow. Errors 13 and 62 where the report
+// is damaged; what stood before that was placed.
+void PlaceReport(ItemInput &input, const PrintOptions &options, const PrintSink &sink, const std::string &progress);
+
+// Wraps a value at its last blank that fits, at its line breaks, or where a word is longer than the column. The first
+// line has its own column and width.
+void WrapValue(std::string_view value, double firstColumn, double firstWidth, double column, double width,
+               const PrintSink &sink, std::string_view title);
+
+// "mm-dd-yyyy [template]; Quintave Report for label".
+std::string ReportHeading();
