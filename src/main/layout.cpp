@@ -9,12 +9,13 @@ namespace {
 
 constexpr int ListColumns = 65; // the longest row, 63 dashes and blanks, and the scroll bar
 constexpr int ListLines = 8;    // the fewest that are still a list
-constexpr int EntryLines = 7;   // room below the list for the box or the choices of the selected row
+constexpr int EntryLines = 8;   // room below the list for the box or the choices of the selected row
+constexpr int Filling = 1000;   // share of a part beside which a Space gets nothing
 constexpr int SectionLines = 5; // section, heading, heading in a heading ...
 constexpr int SectionColumns = 26;
 constexpr int NoteColumns = 60;
-constexpr int IndentColumns = 4;
 constexpr int OptionColumns = 38;
+constexpr int OptionLabelColumns = 30;
 
 Place One(Control &control, int columns = 0, int lines = 0, int stretch = 0) {
     return {Shape::One, &control, columns, lines, stretch, {}};
@@ -61,17 +62,19 @@ Place GroupFrame() {
 }
 
 Place SidePanel() {
-    return Column({One(Q.SectionLabel, SectionColumns, SectionLines, 1),
+    return Column({One(Q.SectionLabel, SectionColumns, SectionLines),
                    Row({One(Q.Label2), One(Q.DataLevelLabel), Space()}),
                    Frame(Q.MultiInstanceFrame, {Row({One(Q.FIPartner[0]), Space(), One(Q.FILabel[0])}),
                                                 Row({One(Q.FIPartner[1]), Space(), One(Q.FILabel[1])}), One(Q.FIScroll),
-                                                Row({One(Q.FIAdd), One(Q.FIDel)})})});
+                                                Row({One(Q.FIAdd), One(Q.FIDel)})}),
+                   Space()});
 }
 
+// One of these is shown at a time, two for an open choice list; what is left over stays empty below them.
 Place EntryArea() {
-    return Column({One(Q.Text1[1], 0, 1), One(Q.Text1[2], 0, 3), One(Q.Text1[3], 0, 0, 1), One(Q.Text1[4], 0, 1),
-                   One(Q.Text1[5], 0, 3), One(Q.Text1[6], 0, 0, 1), One(Q.List2[0], 0, 0, 1),
-                   One(Q.List2[GroupList], 0, 0, 1), One(Q.Text2[2], 0, 1), One(Q.Text2[5], 0, 1), Space()},
+    return Column({One(Q.Text1[1], 0, 1), One(Q.Text1[2], 0, 3), One(Q.Text1[3], 0, 0, Filling), One(Q.Text1[4], 0, 1),
+                   One(Q.Text1[5], 0, 3), One(Q.Text1[6], 0, 0, Filling), One(Q.List2[0], 0, 0, Filling),
+                   One(Q.List2[GroupList], 0, 0, Filling), One(Q.Text2[2], 0, 1), One(Q.Text2[5], 0, 1), Space()},
                   0, EntryLines);
 }
 
@@ -85,18 +88,21 @@ Place EntryFrame() {
                  1);
 }
 
+Place Option(Control &label, Control &choice, int lines = 0) {
+    return Row({Space(), One(label, OptionLabelColumns), One(choice, OptionColumns, lines), Space()});
+}
+
 Place PrintPanel() {
-    return Frame(Q.PrintFrame,
-                 {Space(), Row({Space(), One(Q.Label3[0]), Space()}),
-                  Row({Space(), One(Q.PrintFrameIndent, OptionColumns), Space()}),
-                  Row({Space(), One(Q.PrintFrameToggler, OptionColumns), Space()}),
-                  Row({Space(), One(Q.Label3[1]), One(Q.PrintIndent, IndentColumns, 1), Space()}),
-                  Row({Space(), One(Q.Label3[2]), One(Q.Combo2), Space()}),
-                  Row({Space(), One(Q.Label4[0]), One(Q.Combo1), Space()}), Space(),
-                  Row({Space(), One(Q.PrintFramePrint[ToPrinter]), One(Q.PrintFramePrint[ToFile]),
-                       One(Q.PrintFrameCancel), Space()}),
-                  Row({Space(), One(Q.Label4[1]), One(Q.printLabel, OptionColumns), Space()}), Space()},
-                 1);
+    return Frame(
+        Q.PrintFrame,
+        {Space(),
+         Row({Space(), One(Q.Label3[0], OptionLabelColumns),
+              Column({One(Q.PrintFrameIndent, OptionColumns), One(Q.PrintFrameToggler, OptionColumns)}), Space()}),
+         Option(Q.Label3[1], Q.PrintIndent, 1), Option(Q.Label3[2], Q.Combo2), Option(Q.Label4[0], Q.Combo1), Space(),
+         Row({Space(), One(Q.PrintFramePrint[ToPrinter]), One(Q.PrintFramePrint[ToFile]), One(Q.PrintFrameCancel),
+              Space()}),
+         Option(Q.Label4[1], Q.printLabel), Space()},
+        1);
 }
 
 } // namespace

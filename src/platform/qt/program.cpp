@@ -61,7 +61,6 @@ void AskBeforeSessionEnd(bool (*mayClose)()) {
 void StartProgram(int &argc, char **argv) {
     auto *application = new QApplication(argc, argv); // lives as long as the process
     application->setApplicationName("quintave");
-    application->setApplicationDisplayName("Quintave");
     application->setQuitOnLastWindowClosed(false);
     application->setWindowIcon(ProgramIcon());
 }

@@ -70,7 +70,8 @@ QWidget *MakeBox(const Place &place, QWidget *parent) {
     auto *box = new QBoxLayout(place.Form == Shape::Row ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom, widget);
     box->setContentsMargins(0, 0, 0, 0);
     AddParts(*box, place, widget);
-    if (place.Lines > 0) widget->setMinimumHeight(place.Lines * widget->fontMetrics().lineSpacing());
+    // What stands beside it must not jump when another part of the box is shown.
+    if (place.Lines > 0) widget->setFixedHeight(place.Lines * widget->fontMetrics().lineSpacing());
     return widget;
 }
 
