@@ -39,6 +39,11 @@ std::size_t Following(unsigned char lead) {
     return 4;
 }
 
+// The least character that a sequence of that many following bytes is the shortest form of.
+constexpr std::array<char32_t, 4> LeastOf{0, 0x80, 0x800, 0x10000};
+
+bool IsCharacter(char32_t c) { return c <= 0x10FFFF && (c < 0xD800 || c > 0xDFFF); }
+
 unsigned char Upper(unsigned char c) {
     if ((c >= 'a' && c <= 'z') || (c >= 0xE0 && c <= 0xFE && c != 0xF7)) return static_cast<unsigned char>(c - 0x20);
     if (c == 0x9A || c == 0x9C || c == 0x9E) return static_cast<unsigned char>(c - 0x10);
@@ -90,7 +95,7 @@ std::u32string Characters(std::string_view utf8) {
         while (following <= 3 && read < following && i + read < utf8.size() &&
                (static_cast<unsigned char>(utf8[i + read]) & 0xC0) == 0x80)
             c = (c << 6) | (static_cast<unsigned char>(utf8[i + read++]) & 0x3FU);
-        const bool whole = following <= 3 && read == following;
+        const bool whole = following <= 3 && read == following && c >= LeastOf.at(following) && IsCharacter(c);
         result += whole ? c : Faulty;
         if (whole) i += following;
     }

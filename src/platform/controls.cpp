@@ -71,7 +71,10 @@ bool StandsIn(const Control &control, const Control &container) {
     return false;
 }
 
-bool IsControlCode(char32_t c) { return c < 32; }
+bool IsLineBreak(char32_t c) { return c == '\r' || c == '\n' || c == 0x2028 || c == 0x2029; }
+
+// Not a character that a value holds.
+bool IsBreakOrControl(char32_t c) { return c < 32 || IsLineBreak(c); }
 
 } // namespace
 
@@ -290,14 +293,13 @@ std::string PastedText(const Control &box, std::string_view utf8, bool &foreign)
     std::string result;
     for (std::size_t i = 0; i < characters.size(); ++i) {
         const char32_t c = characters[i];
-        const bool lineBreak = c == '\r' || c == '\n' || c == 0x2028 || c == 0x2029;
-        if (box.ManyLines && lineBreak) {
+        if (box.ManyLines && IsLineBreak(c)) {
             result += "\r\n";
             if (c == '\r' && i + 1 < characters.size() && characters[i + 1] == '\n') ++i;
-        } else if (lineBreak || IsControlCode(c)) {
+        } else if (IsBreakOrControl(c)) {
             // One line holds a run of them as one blank; in many lines each keeps its place.
             result += ' ';
-            while (!box.ManyLines && i + 1 < characters.size() && IsControlCode(characters[i + 1])) ++i;
+            while (!box.ManyLines && i + 1 < characters.size() && IsBreakOrControl(characters[i + 1])) ++i;
         } else {
             const auto byte = ToCodePage(c);
             result += byte.value_or('?');

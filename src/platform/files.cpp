@@ -126,7 +126,8 @@ std::string CurrentDirectory() {
 
 bool FileExists(const std::string &path) {
     struct stat status {};
-    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+    // The system would take a NUL for the end of the path and look at another file.
+    return path.find('\0') == std::string::npos && stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
 bool IsSameFile(const std::string &a, const std::string &b) {

@@ -48,7 +48,11 @@ bool IsNumber(std::string_view text) {
     const std::size_t whole = DigitsAt(text, i);
     i += whole;
     if (whole == 0) return false;
-    if (i < text.size() && text[i] == '.') i += 1 + DigitsAt(text, i + 1);
+    if (i < text.size() && text[i] == '.') {
+        const std::size_t fraction = DigitsAt(text, i + 1);
+        if (fraction == 0) return false;
+        i += 1 + fraction;
+    }
     if (i < text.size() && (text[i] == 'E' || text[i] == 'e')) {
         ++i;
         if (i < text.size() && (text[i] == '+' || text[i] == '-')) ++i;
@@ -69,8 +73,10 @@ double ReadNumber(ItemInput &input, Input fault, double least, double most) {
     double number = 0;
     const char *const first = text.data() + (text[0] == '+' ? 1 : 0);
     const auto read = std::from_chars(first, text.data() + text.size(), number);
-    number = std::nearbyint(number);
-    if (read.ec != std::errc() || number < least || number > most) throw RuntimeError{Overflow};
+    // Out of its range are also numbers too small to tell from 0, which is what they are rounded to.
+    const bool tooSmall = read.ec == std::errc::result_out_of_range && text.find('-', 1) != std::string::npos;
+    number = tooSmall ? 0 : std::nearbyint(number);
+    if ((read.ec != std::errc() && !tooSmall) || number < least || number > most) throw RuntimeError{Overflow};
     return number;
 }
 
