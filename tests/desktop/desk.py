@@ -11,11 +11,12 @@ display.py, the nodes in reader.py. After a failure out/desktop/<test>/ holds a 
 the program's own output.
 """
 
+import colorsys
 import os
 import re
 import shutil
 import time
-from collections import namedtuple
+from collections import Counter, namedtuple
 from itertools import groupby
 from pathlib import Path
 
@@ -28,14 +29,24 @@ KEY_NAMES = {"enter": "Return", "esc": "Escape", "del": "Delete", "ins": "Insert
 DIALOGS = ("alert", "dialog", "file chooser")
 MODIFIERS = ("ctrl", "shift", "alt")
 
-# The text of a message box, its buttons' captions in their order on the screen, the default one, and the name that
-# the icon has for a screen reader ("" when it has none).
-Message = namedtuple("Message", "title text buttons default icon")
+# The text of a message box, its buttons' captions in their order on the screen, and the default one.
+Message = namedtuple("Message", "title text buttons default")
+HUES = {"red": (340, 20), "yellow": (35, 70), "blue": (200, 260)}  # of icons, in degrees
 
 # A dark palette without any package: the toolkit reads this file by itself when told that the desktop is KDE.
 DARK = {"Window": ("35,38,41", "239,240,241"), "View": ("27,30,32", "239,240,241"),
         "Button": ("49,54,59", "239,240,241"), "Selection": ("61,174,233", "252,252,252"),
         "Tooltip": ("49,54,59", "239,240,241")}
+
+
+def hue_name(red, green, blue):
+    """The colour of a pixel by name, "" of a grey or dark one."""
+    hue, saturation, value = colorsys.rgb_to_hsv(red / 255, green / 255, blue / 255)
+    if saturation < 0.5 or value < 0.4:
+        return ""
+    degrees = hue * 360
+    return next((name for name, (first, last) in HUES.items()
+                 if (first <= degrees <= last if first < last else degrees >= first or degrees <= last)), "")
 
 
 class Desk:
@@ -151,11 +162,14 @@ class Desk:
 
     # Waiting
 
-    def wait_for(self, predicate, what, timeout=10):
-        """The first true value of predicate(). Fails after timeout seconds, or at once when the program has ended."""
+    def wait_for(self, predicate, what, timeout=10, may_end=False):
+        """The first true value of predicate(). Fails after timeout seconds, or at once when the program has ended.
+
+        may_end: the program's end is as good as a true value.
+        """
         def ask():
             if not self.running():
-                self._fail(what, 0)
+                return may_end or self._fail(what, 0)
             try:
                 return predicate()
             except Gone:  # a control that went while it was read; the next look finds the new state
@@ -418,10 +432,29 @@ class Desk:
             default = [node.name for node in buttons if "default" in node.states]
             return Message(box.name, "\n".join(node.name for role, node in parts if role == "label"),
                            [node.name for node in sorted(buttons, key=lambda node: node.extents[0])],
-                           default[0] if default else None,
-                           "".join(node.name for role, node in parts if role == "image"))
+                           default[0] if default else None)
         except Gone:
             return None
+
+    def box_path(self):
+        """What tells the open message box from another one like it; None when none is open."""
+        box = self._box()
+        return box and box.path
+
+    def icon(self):
+        """The colour that stands out in the open message box's icon, which has no name: red, yellow or blue.
+
+        "" when the box has no icon.
+        """
+        images = [node for node in self._box().walk() if node.role == "image"]
+        if not images:
+            return ""
+        x, y, width, height = (round(number * self.scale) for number in images[0].extents)
+        shown = self.display.run("import", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "-depth", "8",
+                                 "txt:-")
+        found = Counter(hue_name(*bytes.fromhex(pixel)) for pixel in re.findall(r"#([0-9A-F]{6})", shown))
+        found.pop("", None)
+        return found.most_common(1)[0][0] if found else "grey"
 
     def wait_message(self, title=None, timeout=10):
         """Waits for a message box (of this title) and returns it."""
@@ -436,7 +469,7 @@ class Desk:
         if not found:
             raise AssertionError(f"no button {button!r} in {box}; see {self.evidence()}")
         self.click(found[0])
-        self.wait_for(lambda: self._closed(window), f"the end of the message box {box.title!r}")
+        self.wait_for(lambda: self._closed(window), f"the end of the message box {box.title!r}", may_end=True)
         return box
 
     def wait_dialog(self, title=None, timeout=10):
@@ -455,7 +488,7 @@ class Desk:
         self.type(str(path))
         self.key("Enter")
         self.wait_for(lambda: self._closed(dialog) or self.message(),
-                      f"the end of the dialog {title or ''} after {path}, or a question of its own")
+                      f"the end of the dialog {title or ''} after {path}, or a question of its own", may_end=True)
 
     def enter_text(self, text, title=None):
         """Fills an input box (of this title) by keys and confirms it."""
@@ -463,7 +496,7 @@ class Desk:
         self.key("ctrl+a")
         self.type(text) if text else self.key("Delete")
         self.key("Enter")
-        self.wait_for(lambda: self._closed(dialog), "the end of the input box")
+        self.wait_for(lambda: self._closed(dialog), "the end of the input box", may_end=True)
 
     def _closed(self, window):
         return window.path not in [other.path for other in self._windows()]
