@@ -126,11 +126,9 @@ bool KeepEarlierVersion(const std::string &path) {
         RenameFile(staged, kept);
         return true;
     } catch (const RuntimeError &error) {
+        if (FileExists(staged)) DeleteFile(staged);
         // A directory that takes no new file cannot keep the user from saving into the old one.
-        if (error.Number != PermissionDenied && error.Number != PathAccessError) {
-            DeleteFile(staged);
-            throw;
-        }
+        if (error.Number != PermissionDenied && error.Number != PathAccessError) throw;
         return false;
     }
 }
