@@ -112,8 +112,6 @@ void EndBlock() {
     ReplaceStore(block.Head, stored + block.Cells);
 }
 
-void DropBlock() { Present = {}; }
-
 void TellCutMembers() {
     if (CutMembers.empty()) return;
     MsgBox(

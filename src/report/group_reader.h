@@ -28,8 +28,5 @@ void PlaceMember(Integer member, std::string_view value);
 // without any value changes nothing.
 void EndBlock();
 
-// Leaves a block without storing it.
-void DropBlock();
-
 // After a load: tells which values did not fit into their cells.
 void TellCutMembers();

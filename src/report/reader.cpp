@@ -93,12 +93,14 @@ bool PlaceRecord(const Record &record) {
         EndBlock();
         return true;
     }
-    if (record.Level > DeepestLevel) return SkipTooDeep(record);
+    // Nothing is asked about the records of an occurrence that is dropped.
+    const bool dropped = SkipsOccurrence() && record.Count != OccurrenceMarker;
+    if (record.Level > DeepestLevel) return dropped || SkipTooDeep(record);
     NoteTitleRead(record.Level, record.Title);
     TmpStr = record.Text;
     if (record.Count == OccurrenceMarker)
         BeginOccurrence(record.Level, record.Title);
-    else if (record.Count >= 0 && !SkipsOccurrence())
+    else if (record.Count >= 0 && !dropped)
         MatchReportField(record);
     return TmpStr != "CANCELLED!";
 }
@@ -135,6 +137,16 @@ void ForgetFile() {
     DataChanged = True;
 }
 
+// The occurrences of a block that a fault cut short stay, as every value before the fault does. That they cannot be
+// stored either is not worth a second message.
+void KeepOpenBlock() {
+    try {
+        EndBlock();
+    } catch (const RuntimeError &) {
+        return;
+    }
+}
+
 LoadResult PlaceFile(ItemInput &input) {
     RememberFile();
     StartMerge();
@@ -146,7 +158,7 @@ LoadResult PlaceFile(ItemInput &input) {
         EndBlock();
         TellCutMembers();
     } catch (const RuntimeError &error) {
-        DropBlock();
+        KeepOpenBlock();
         TellLoadError(error.Number);
         whole = false;
     }
