@@ -56,6 +56,7 @@ constexpr std::array Connections{
     Connection{"List1", Event::LostFocus, List1_LostFocus},
     Connection{"List1", Event::KeyDown, List1_KeyDown},
     Connection{"List1", Event::KeyPress, List1_KeyPress},
+    Connection{"List1", Event::ForeignKey, List1_ForeignKey},
     Connection{"List2", Event::Click, List2_Click},
     Connection{"List2", Event::DblClick, List2_DblClick},
     Connection{"List2", Event::GotFocus, List2_GotFocus},

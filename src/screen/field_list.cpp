@@ -76,6 +76,12 @@ void List1_KeyDown(Integer /*Index*/, Integer &KeyCode, Integer Shift) {
     }
 }
 
+void List1_ForeignKey(std::string_view Character) {
+    Box_ForeignKey(Character);
+    PendingKey = 0;
+    List1_DblClick(ActiveList);
+}
+
 void List1_KeyPress(Integer Index, Integer &KeyAscii) {
     if (CtrlHeld == True) return;
     PendingKey = 0;

@@ -99,7 +99,9 @@ bool IsCommitKey(Integer keyAscii) {
 }
 
 // An accepted "OTHER...": the free text before it stays, a listed choice gives way to an empty text.
-std::string FreeTextOf(const std::string &value) { return FindChoice(value) == ActiveChoices().ListIndex ? value : ""; }
+std::string FreeTextOf(const std::string &value) {
+    return !IsOther(value) && FindChoice(value) == ActiveChoices().ListIndex ? value : "";
+}
 
 } // namespace
 
@@ -187,10 +189,9 @@ void Text2_Change(Integer Index) {
 void Text2_LostFocus(Integer Index) { CommitEdit(Text2At(Index), "Text2-LostFocus"); }
 
 void Box_ForeignKey(std::string_view Character) {
-    // The window shows messages as text of the code page, which this character is not part of: it stands as "?".
-    MsgBox("'" + FromUtf8(Character) +
-               "' can not be stored in a Quintave file and is not allowed as input. Please choose another character.",
-           OkOnly, "Quintave");
+    TellUtf8("'" + std::string(Character) +
+                 "' can not be stored in a Quintave file and is not allowed as input. Please choose another character.",
+             "Quintave");
 }
 
 void Box_ForeignPaste() {
@@ -221,7 +222,9 @@ void List2_Click(Integer Index) {
     ListTop = choices.ListIndex;
 }
 
-void List2_DblClick(Integer /*Index*/) { AcceptChoice(); }
+void List2_DblClick(Integer /*Index*/) {
+    if (ActiveChoices().ListIndex >= 0) AcceptChoice();
+}
 
 void List2_KeyPress(Integer /*Index*/, Integer &KeyAscii) {
     constexpr Integer NeverSearched = 'c';

@@ -82,20 +82,28 @@ QString FilterOf(const std::string &filter) {
     return filters.join(";;");
 }
 
+Answer ShowMessage(const QString &text, int style, std::string_view title) {
+    ShowChanges();
+    MessageBox box(MainWindow(), (style & ButtonsMask) != YesNo);
+    box.setWindowTitle(AsMessage(title));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(text);
+    box.setIcon(IconOf(style));
+    box.setStandardButtons(ButtonsOf(style));
+    box.setDefaultButton(DefaultOf(style));
+    return AnswerOf(box.exec());
+}
+
 QString NameOf(const std::string &name) { return QFile::decodeName(QByteArray::fromStdString(name)); }
 
 } // namespace
 
 Answer MsgBox(std::string_view text, int style, std::string_view title) {
-    ShowChanges();
-    MessageBox box(MainWindow(), (style & ButtonsMask) != YesNo);
-    box.setWindowTitle(AsMessage(title));
-    box.setTextFormat(Qt::PlainText);
-    box.setText(AsMessage(text));
-    box.setIcon(IconOf(style));
-    box.setStandardButtons(ButtonsOf(style));
-    box.setDefaultButton(DefaultOf(style));
-    return AnswerOf(box.exec());
+    return ShowMessage(AsMessage(text), style, title);
+}
+
+void TellUtf8(std::string_view utf8, std::string_view title) {
+    ShowMessage(QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())), OkOnly, title);
 }
 
 std::string InputBox(std::string_view prompt, std::string_view title, std::string_view proposal) {
