@@ -494,7 +494,7 @@ class Desk:
         """Fills an input box (of this title) by keys and confirms it."""
         dialog = self.wait_dialog(title)
         self.key("ctrl+a")
-        self.type(text) if text else self.key("Delete")
+        self.type(str(text)) if text else self.key("Delete")
         self.key("Enter")
         self.wait_for(lambda: self._closed(dialog), "the end of the input box", may_end=True)
 
