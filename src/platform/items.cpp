@@ -128,6 +128,7 @@ std::string ReadTextLine(ItemInput &input, Input fault) {
 std::string Quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
 
 std::string WithWholeLineBreaks(std::string_view text) {
+    if (text.find_first_of("\r\n") == std::string_view::npos) return std::string(text);
     std::string result;
     result.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {

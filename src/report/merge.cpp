@@ -11,7 +11,6 @@ namespace {
 constexpr std::string_view OverwriteTitle = "Overwrite or 'Add To'";
 
 void Ask(const std::string &question) {
-    if (MergeFlag != Undecided) return;
     MergeFlag = MsgBox(question, YesNo, OverwriteTitle) == YesAnswer ? Overwrite : AddInstances;
 }
 
@@ -20,6 +19,7 @@ void Ask(const std::string &question) {
 void StartMerge() { MergeFlag = AllowInstances != False ? Undecided : Overwrite; }
 
 void AskOverwriteFields() {
+    if (MergeFlag != Undecided) return;
     Ask("Either this file contains multiple field instances, or you are loading data over existing screen information. "
         "Would you like to OVERWRITE information?" +
         NL + NL + "        YES - Overwrite(replace) existing information." + NL +
@@ -29,6 +29,7 @@ void AskOverwriteFields() {
 }
 
 void AskOverwriteGroups() {
+    if (MergeFlag != Undecided) return;
     Ask("You are loading data over existing screen information. Would you like to OVERWRITE information?" + NL + NL +
         "        YES - Overwrite(replace) existing information." + NL +
         "        NO - Add new instances to existing groups.");
