@@ -64,6 +64,15 @@ void EmptyEntry(Integer element) {
     FieldInfo[element][Choice] = -1;
 }
 
+// An empty last instance that was left is no longer part of the value: without it in the count, the next one is stored
+// in its place.
+void DropEmptyInstances() {
+    const Integer count = InstanceCount(RowValue[CurrentField]);
+    if (count >= Quintave.FIScroll.Max) return;
+    SetScroll(count, Quintave.FIScroll.Value);
+    SetCaption(Quintave.FILabel[0], std::to_string(count));
+}
+
 // The instance controls act on fields that hold a value in the field list.
 bool HasInstances(Integer element) { return ActiveList == 0 && element != 0 && HasValue(element); }
 
@@ -160,6 +169,7 @@ void FIScroll_Change() {
         TmpStr = text;
         ShowFieldInstance(1, 0);
     }
+    DropEmptyInstances();
     SetCaption(Quintave.FILabel[1], std::to_string(Quintave.FIScroll.Value));
     ShowFieldInstance(1, 1);
 }
