@@ -73,12 +73,12 @@ Answer AnswerOf(int button) {
     }
 }
 
-// "label|patterns|..." as the toolkit writes it: "label (patterns);;...".
+// "label|patterns|..." as the toolkit writes it: "label (patterns);;...". All files are those without a dot, too.
 QString FilterOf(const std::string &filter) {
     const QStringList parts = QString::fromStdString(filter).split('|');
     QStringList filters;
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
-        filters << parts[i] + " (" + QString(parts[i + 1]).replace(';', ' ').simplified() + ")";
+        filters << parts[i] + " (" + QString(parts[i + 1]).replace("*.*", "*").replace(';', ' ').simplified() + ")";
     return filters.join(";;");
 }
 

@@ -16,6 +16,9 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QStyleOptionGroupBox>
+#include <QStylePainter>
+#include <QStyledItemDelegate>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTimer>
@@ -29,7 +32,7 @@ constexpr Integer OtherKey = 255;    // a key of no meaning to the program
 constexpr Integer ComposedKey = 229; // a character composed by an input method
 constexpr int TwipsPerInch = 1440;
 constexpr int BannerPoints = 24;
-constexpr int ListPoints = 10;
+constexpr int ListPoints = 10;  // of a list, where the user's font is not larger
 constexpr int LongBoxLines = 2; // from this height on a box of one value wraps its text
 constexpr int ComboCharacters = 7;
 
@@ -147,10 +150,26 @@ private:
     const Control &of;
 };
 
+// Draws a selected row in a text colour that can be read on the desktop's colour of selected rows.
+class RowDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        const bool active = (option->state & QStyle::State_Active) != 0;
+        const QPalette::ColorGroup group = active ? QPalette::Active : QPalette::Inactive;
+        option->palette.setColor(group, QPalette::HighlightedText,
+                                 ReadableOn(option->palette.color(group, QPalette::Highlight)));
+    }
+};
+
 class ListRows : public Focusable<QListView> {
 public:
     ListRows(Control &control, QWidget *parent) : Focusable(control, parent), rows(new RowsModel(control, this)) {
         setModel(rows);
+        setItemDelegate(new RowDelegate(this));
         setUniformItemSizes(true);
         setEditTriggers(NoEditTriggers);
         setTextElideMode(Qt::ElideNone); // rows are cut by the program's own rule
@@ -191,7 +210,8 @@ protected:
     }
 
     void mouseDoubleClickEvent(QMouseEvent *event) override {
-        if (of.TakesFocus && indexAt(event->position().toPoint()).isValid()) Report([this] { UserDoubleClicks(of); });
+        const bool onRow = indexAt(event->position().toPoint()).isValid();
+        if (of.TakesFocus && onRow && event->button() == Qt::LeftButton) Report([this] { UserDoubleClicks(of); });
     }
 
 private:
@@ -314,7 +334,11 @@ private:
         const std::string text = TextInBytes(foreign);
         if (text == of.Text) return;
         const long caret = CaretInBytes();
-        Report([&] { UserEdits(of, text, caret); });
+        Report([&] {
+            // What is dropped into a box, or put there by a screen reader, is only stored by a box that is left again.
+            UserEnters(of);
+            UserEdits(of, text, caret);
+        });
         // A screen reader can put any text here; what was left out of it must not stay on the screen.
         if (foreign) Report([this] { SetText(of, of.Text, of.Caret); });
     }
@@ -387,8 +411,32 @@ View MakeLabel(Control &control, QWidget *parent, int columns) {
             }};
 }
 
+// A frame whose inside keeps its colour: the desktop's style may tint what it frames.
+class FrameBox : public QGroupBox {
+public:
+    using QGroupBox::QGroupBox;
+
+protected:
+    void paintEvent(QPaintEvent * /*event*/) override {
+        QStyleOptionGroupBox option;
+        initStyleOption(&option);
+        const auto partRect = [&](QStyle::SubControl part) {
+            return style()->subControlRect(QStyle::CC_GroupBox, &option, part, this);
+        };
+        QStylePainter painter(this);
+        QColor line = palette().color(QPalette::WindowText);
+        line.setAlphaF(0.3F);
+        painter.setPen(line);
+        painter.setClipRegion(QRegion(rect()) - partRect(QStyle::SC_GroupBoxLabel));
+        painter.drawRect(partRect(QStyle::SC_GroupBoxFrame).adjusted(0, 0, -1, -1));
+        painter.setClipping(false);
+        option.subControls = QStyle::SC_GroupBoxLabel;
+        painter.drawComplexControl(QStyle::CC_GroupBox, option);
+    }
+};
+
 View MakeFrame(Control &control, QWidget *parent) {
-    auto *frame = new QGroupBox(parent);
+    auto *frame = new FrameBox(parent);
     return {frame, [&control, frame](unsigned aspects) {
                 if (aspects & TextAspect) frame->setTitle(AsMnemonic(control.Caption));
             }};
@@ -428,19 +476,22 @@ View MakeWidget(Control &control, QWidget *parent, int columns, int lines) {
     return MakeTimer(control, parent);
 }
 
-QFont FixedFont() {
-    QFont font("Courier", ListPoints);
+QFont FixedFont(int points) {
+    QFont font("Courier", points);
     font.setStyleHint(QFont::TypeWriter);
     font.setFixedPitch(true);
     if (QFontInfo(font).fixedPitch()) return font;
-    return QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPointSize(points);
+    return font;
 }
 
 QFont FontOf(Font face, QFont font) {
+    const int users = QFontInfo(font).pointSize();
     switch (face) {
-    case Font::Fixed: return FixedFont();
+    case Font::Fixed: return FixedFont(std::max(ListPoints, users));
     case Font::Serif: {
-        QFont serif("Liberation Serif", font.pointSize() + 1);
+        QFont serif("Liberation Serif", users + 1);
         serif.setStyleHint(QFont::Serif);
         return serif;
     }

@@ -1,6 +1,7 @@
 // The main window (window.h). What each kind of control looks like: views.cpp.
 #include "platform/qt/window.h"
 
+#include "platform/codepage.h"
 #include "platform/front.h"
 #include "platform/qt/icon.h"
 #include "platform/qt/views.h"
@@ -8,6 +9,7 @@
 #include <QBoxLayout>
 #include <QCloseEvent>
 #include <QStackedLayout>
+#include <QVariant>
 
 #include <unordered_map>
 #include <utility>
@@ -160,6 +162,14 @@ void ShowControl(Control &control) {
     control.ChangedRows.clear();
 }
 
+// The program sets tags as it goes; they are shown to programs that look at the window from outside.
+void ShowTags() {
+    for (const auto &[control, view] : Views) {
+        const QString tag = QString::fromStdString(ToUtf8(control->Tag));
+        if (view.Widget->property("tag") != tag) view.Widget->setProperty("tag", tag);
+    }
+}
+
 // The toolkit moves the focus on when its widget is hidden; that choice stands where the program made none.
 void SettleFocus() {
     QWidget *const focused = TheWindow->focusWidget();
@@ -212,6 +222,7 @@ void ShowChanges() {
         --Showing;
         SettleFocus();
     }
+    ShowTags();
 }
 
 bool IsShowingChanges() { return Showing > 0; }
