@@ -1,0 +1,218 @@
+// Where the widgets stand: sizes from twips, the order of the Tab key, nothing cut off at any font size.
+#include "window/window_test.h"
+
+#include "main/start_up.h"
+#include "platform/qt/window.h"
+#include "window/templates.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QScrollBar>
+
+#include <cmath>
+
+namespace {
+
+constexpr int TwipsPerInch = 1440;
+
+class Layout : public WindowTest {
+protected:
+    // Names of the widgets with the focus, from one on by the Tab key, until it comes round.
+    static std::vector<std::string> TabOrder(Qt::Key key = Qt::Key_Tab) {
+        std::vector<std::string> names{FocusName()};
+        while (names.size() < 40) {
+            Key(key, key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
+            if (FocusName() == names.front()) break;
+            names.push_back(FocusName());
+        }
+        return names;
+    }
+};
+
+class AtFontSize : public Layout, public testing::WithParamInterface<int> {
+protected:
+    AtFontSize() {
+        QFont font = QApplication::font();
+        font.setPointSize(GetParam());
+        QApplication::setFont(font);
+    }
+
+    static void ExpectNothingCutOff(const char *screen) {
+        SCOPED_TRACE(screen);
+        MainWindow()->resize(MainWindow()->minimumSizeHint());
+        Settle();
+        for (const QWidget *widget : MainWindow()->findChildren<QWidget *>()) ExpectWhole(*widget);
+    }
+
+private:
+    static void ExpectWhole(const QWidget &widget) {
+        if (!widget.isVisible() || widget.window() != MainWindow() || widget.objectName().isEmpty()) return;
+        const std::string name = widget.objectName().toStdString();
+        const QRect inWindow(widget.mapTo(MainWindow(), QPoint()), widget.size());
+        EXPECT_TRUE(MainWindow()->rect().contains(inWindow)) << name << " stands outside the window";
+        const auto *const label = dynamic_cast<const QLabel *>(&widget);
+        const bool showsText = label != nullptr || dynamic_cast<const QPushButton *>(&widget) != nullptr ||
+                               dynamic_cast<const QComboBox *>(&widget) != nullptr;
+        if (!showsText) return;
+        if (label != nullptr && label->wordWrap()) {
+            EXPECT_GE(widget.height(), widget.heightForWidth(widget.width())) << name;
+        } else {
+            EXPECT_GE(widget.width(), widget.sizeHint().width()) << name;
+            EXPECT_GE(widget.height(), widget.sizeHint().height()) << name;
+        }
+    }
+};
+
+int RightEdge(const QWidget &widget) { return widget.mapTo(MainWindow(), QPoint(widget.width(), 0)).x(); }
+int LeftEdge(const QWidget &widget) { return widget.mapTo(MainWindow(), QPoint()).x(); }
+
+} // namespace
+
+TEST_F(Layout, AChoiceListIsAsWideAsItsWidestChoiceAndTheMargin) {
+    Start(AllKinds());
+    ClickRow(Fields(), ColourRow);
+    const int dpi = MainWindow()->logicalDpiX();
+    const int text = QFontMetrics(Choices().font()).horizontalAdvance("<RESET/CLEAR FIELD ENTRY>");
+    const int twips = text * TwipsPerInch / dpi + 320;
+    EXPECT_EQ(FieldInfo[RowField[ColourRow]][TypeCode], twips);
+    EXPECT_EQ(Choices().width(), twips * dpi / TwipsPerInch);
+    EXPECT_EQ(Choices().horizontalScrollBar()->maximum(), 0) << "the widest choice is cut off";
+}
+
+TEST_F(Layout, AChoiceListIsNoWiderThanItsLargestWidth) {
+    Start({R"(1,200,"LIST","Colour","","")", std::string(120, 'W'), "XXX-1XXX"});
+    EXPECT_EQ(Choices().width(), 6528 * MainWindow()->logicalDpiX() / TwipsPerInch);
+}
+
+TEST_F(Layout, AChoiceListWithoutChoicesIsTheMarginWide) {
+    Start({R"(1,200,"LIST","Colour","","")", "XXX-1XXX"});
+    EXPECT_EQ(FieldInfo[1][TypeCode], 320);
+    EXPECT_EQ(Choices().width(), 320 * MainWindow()->logicalDpiX() / TwipsPerInch);
+}
+
+TEST_F(Layout, TheOtherBoxStandsBelowTheChoicesUpToItsRightEdge) {
+    Start(AllKinds());
+    DoubleClickRow(Fields(), ColourRow);
+    ClickRow(Choices(), 4);
+    const QWidget &other = Named("Text2_2");
+    ASSERT_TRUE(other.isVisible());
+    EXPECT_EQ(LeftEdge(other), LeftEdge(Choices()));
+    EXPECT_EQ(RightEdge(other) - LeftEdge(Choices()), 7695 * MainWindow()->logicalDpiX() / TwipsPerInch);
+    EXPECT_TRUE(Choices().isVisible());
+    EXPECT_FALSE(other.geometry().intersects(Choices().geometry()));
+}
+
+TEST_F(Layout, EntryControlsStartAtTheLeftEdgeOfTheFieldList) {
+    Start(AllKinds());
+    for (const auto &[row, name] : std::vector<std::pair<int, const char *>>{
+             {TitleRow, "Text1_1"}, {AbstractRow, "Text1_2"}, {NotesRow, "Text1_3"}, {ColourRow, "List2_0"}}) {
+        ClickRow(Fields(), row);
+        EXPECT_EQ(LeftEdge(Named(name)), LeftEdge(Fields())) << name;
+    }
+}
+
+// A double-click on a row must not find another row under the pointer the second time.
+TEST_F(Layout, TheFieldListStaysWhereItIsWhileRowsAreSelected) {
+    auto lines = AllKinds();
+    lines[2] = R"(2,200,"TEXT","Abstract",")" + std::string(60, 'w') + " " + std::string(60, 'w') + "\",\"\"";
+    Start(lines);
+    MainWindow()->resize(MainWindow()->minimumSizeHint());
+    Settle();
+    const QRect before(Fields().mapTo(MainWindow(), QPoint()), Fields().size());
+    for (int row = TitleRow; row <= SamplesRow; ++row) {
+        ClickRow(Fields(), row);
+        EXPECT_EQ(QRect(Fields().mapTo(MainWindow(), QPoint()), Fields().size()), before) << row;
+    }
+}
+
+TEST_F(Layout, ARowOfDashesIsShownWhole) {
+    Start(AllKinds());
+    MainWindow()->resize(MainWindow()->minimumSizeHint());
+    Settle();
+    EXPECT_EQ(Fields().horizontalScrollBar()->maximum(), 0);
+}
+
+TEST_F(Layout, TheTabKeyFollowsTheStartUpFrame) {
+    folder.Write("quintave.tbl", "\"\",\"site.ftf\",\"-1\"\r\n");
+    WriteTemplate(TextRows({"A"}));
+    StartUp();
+    EXPECT_EQ(FocusName(), "LogoOff");
+    EXPECT_THAT(TabOrder(), testing::ElementsAre("LogoOff", "LogoQuit"));
+}
+
+TEST_F(Layout, TheTabKeyFollowsTheEntryScreen) {
+    Start(AllKinds());
+    EXPECT_EQ(FocusName(), "List1_0");
+    const std::vector<std::string> order{"List1_0",      "FIScroll",     "FIAdd",           "FIDel",
+                                         "Text1_1",      "CommandAdd",   "CommandSave",     "CommandSaveAs",
+                                         "CommandPrint", "CommandReset", "CommandTemplate", "CommandQuit"};
+    EXPECT_EQ(TabOrder(), order);
+    std::vector<std::string> backwards(order.rbegin(), order.rend() - 1);
+    backwards.insert(backwards.begin(), "List1_0");
+    EXPECT_EQ(TabOrder(Qt::Key_Backtab), backwards);
+}
+
+TEST_F(Layout, TheTabKeyFollowsAnOpenGroupAndPassesTheFieldListBy) {
+    Start(AllKinds());
+    DoubleClickRow(Fields(), SamplesRow);
+    EXPECT_EQ(FocusName(), "List1_3");
+    EXPECT_THAT(TabOrder(), testing::ElementsAre("List1_3", "FldChange_0", "FldChange_1", "FldChange_2", "FldChange_3",
+                                                 "TblFldInsert", "TblFldDelete", "TblFldNum", "GrpExit", "Text1_4",
+                                                 "CommandAdd", "CommandSave", "CommandSaveAs", "CommandPrint",
+                                                 "CommandReset", "CommandTemplate", "CommandQuit"));
+}
+
+TEST_F(Layout, TheTabKeyReachesChoicesOtherBoxAndMoreHelp) {
+    folder.Write("COLOUR.HLP", "Colours");
+    auto lines = AllKinds();
+    lines[4] = R"(2,20,"LIST","Colour","","COLOUR.HLP")";
+    Start(lines);
+    DoubleClickRow(Fields(), ColourRow);
+    ClickRow(Choices(), 4);
+    Fields().setFocus();
+    const auto order = TabOrder();
+    EXPECT_THAT(std::vector<std::string>(order.begin() + 4, order.begin() + 7),
+                testing::ElementsAre("List2_0", "Text2_2", "CommandMoreHelp"));
+}
+
+TEST_F(Layout, TheSmallestWindowFitsASmallScreen) {
+    Start(AllKinds());
+    const QSize least = MainWindow()->minimumSizeHint();
+    EXPECT_LE(least.width(), 960);
+    EXPECT_LE(least.height(), 540);
+    EXPECT_LE(MainWindow()->width(), 960);
+    EXPECT_LE(MainWindow()->height(), 540);
+}
+
+TEST_P(AtFontSize, NothingIsCutOff) {
+    folder.Write("quintave.tbl", "\"\",\"site.ftf\",\"-1\"\r\n");
+    auto lines = AllKinds();
+    lines[1] =
+        R"(2,30,"TEXT","Title","Name the data set so that a stranger can tell what it holds, where it was taken and )"
+        R"(when; a good title is read before anything else and often instead of it.","")";
+    WriteTemplate(lines);
+    StartUp();
+    ExpectNothingCutOff("start-up frame");
+    Click(Named("LogoOff"));
+    for (int row = TitleRow; row <= SamplesRow; ++row) {
+        ClickRow(Fields(), row);
+        ExpectNothingCutOff(("row " + std::to_string(row)).c_str());
+    }
+    DoubleClickRow(Fields(), SamplesRow);
+    ExpectNothingCutOff("group");
+    Click(Named("GrpExit"));
+    Dialogs.Press(QMessageBox::Yes);
+    Click(Named("CommandPrint"));
+    ExpectNothingCutOff("print panel");
+}
+
+// The lists' fixed-pitch font follows the size that the user needs to read.
+TEST_P(AtFontSize, ListsAreNotSmallerThanTheUsersFont) {
+    Start(AllKinds());
+    for (const char *name : {"List1_0", "List2_0", "SectionLabel", "Text1_1", "helpline", "CommandAdd"})
+        EXPECT_GE(std::lround(QFontInfo(Named(name).font()).pointSizeF()), GetParam()) << name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, AtFontSize, testing::Values(9, 10, 11, 12, 14, 16, 18));
