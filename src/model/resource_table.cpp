@@ -8,13 +8,15 @@
 namespace {
 
 constexpr Colour Green = 0x8000;
-constexpr std::uint32_t SystemColourBit = 0x80000000U; // a number of the old desktop's own palette, not a colour
+constexpr std::uint32_t PaletteByte = 0xFF000000U;
+constexpr std::uint32_t SystemColour = 0x80000000U; // in it: an index of the old desktop's palette, not a colour
 constexpr std::uint32_t ColourBits = 0xFFFFFFU;
 
 std::string ItemOr(ItemInput &input, std::string_view missing) {
     try {
         return ReadText(input, Input::Lenient);
-    } catch (const RuntimeError &) {
+    } catch (const RuntimeError &) { // a quote that is never closed takes the rest of the file with it
+        input.At = input.Bytes.size();
         return std::string(missing);
     }
 }
@@ -33,7 +35,7 @@ Colour ReadColour(ItemInput &input) {
     const std::string keyword = UpperCase(Trim(ItemOr(input, "")));
     const auto number = static_cast<std::uint32_t>(ColourItem(input));
     if (keyword != "COLOR") return Green;
-    if ((number & SystemColourBit) != 0) return DesignColour;
+    if ((number & PaletteByte) == SystemColour) return DesignColour;
     return static_cast<Colour>(number & ColourBits);
 }
 

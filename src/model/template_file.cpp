@@ -155,6 +155,7 @@ void FillTables(const TemplateContent &content) {
     LevelTableRows = ToInteger(DeepestLevel + 2);
     LevelTable.Size(LevelTableRows);
     BuildTitleIndex();
+    LevelTable.Size(LevelTableRows); // the index has passed its titles through it
 }
 
 void AddRowWithoutFields() {

@@ -49,6 +49,12 @@ void StageWorkFiles(const TemplateContent &content, std::vector<std::string> &na
     }
 }
 
+// A directory is not deleted with the old work files, and no file can take its name.
+void RefuseDirectories(const std::vector<std::string> &names) {
+    for (const auto &name : names)
+        if (DirectoryExists(ResourceDir + name)) throw RuntimeError{PathAccessError};
+}
+
 } // namespace
 
 std::string ChoiceFileName(Integer element) { return NumberedName("LST", element); }
@@ -65,6 +71,7 @@ void ReplaceWorkFiles(const TemplateContent &content) {
     std::vector<std::string> names;
     try {
         StageWorkFiles(content, names);
+        RefuseDirectories(names);
     } catch (const RuntimeError &) {
         DeleteMatching(ResourceDir, "*.$$$");
         throw;

@@ -29,14 +29,9 @@ std::string DirectoryOf(const std::string &path) {
     return slash == std::string::npos ? "." : path.substr(0, slash + 1);
 }
 
-bool IsDirectory(const std::string &path) {
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
 Integer ErrorOf(int number, const std::string &path) {
     switch (number) {
-    case ENOENT: return IsDirectory(DirectoryOf(path)) ? FileNotFound : PathNotFound;
+    case ENOENT: return DirectoryExists(DirectoryOf(path)) ? FileNotFound : PathNotFound;
     case ENOTDIR: return PathNotFound;
     case EINVAL:
     case ENAMETOOLONG: return BadFileName;
@@ -137,6 +132,11 @@ bool IsSameFile(const std::string &a, const std::string &b) {
            first.st_ino == second.st_ino;
 }
 
+bool DirectoryExists(const std::string &path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
 std::string FindDirectory(std::string directory, std::string_view path) {
     while (!path.empty()) {
         const auto length = std::min(path.find_first_of("/\\"), path.size());
@@ -144,9 +144,9 @@ std::string FindDirectory(std::string directory, std::string_view path) {
         path.remove_prefix(std::min(length + 1, path.size()));
         if (part.empty()) continue;
         std::string found = part;
-        if (!IsDirectory(directory + part))
+        if (!DirectoryExists(directory + part))
             for (const auto &entry : EntriesOf(directory))
-                if (UpperCase(NameText(entry)) == UpperCase(NameText(part)) && IsDirectory(directory + entry)) {
+                if (UpperCase(NameText(entry)) == UpperCase(NameText(part)) && DirectoryExists(directory + entry)) {
                     found = entry;
                     break;
                 }

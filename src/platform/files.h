@@ -20,6 +20,8 @@ std::string CurrentDirectory();
 // A regular file that can be seen under this path.
 bool FileExists(const std::string &path);
 
+bool DirectoryExists(const std::string &path);
+
 // Both paths lead to the same existing file.
 bool IsSameFile(const std::string &a, const std::string &b);
 

@@ -106,6 +106,9 @@ TEST_F(Files, OnlyARegularFileExists) {
     EXPECT_FALSE(FileExists(At("nothing")));
     EXPECT_FALSE(FileExists(""));
     EXPECT_FALSE(FileExists(At("a") + std::string("\0b", 2)));
+    EXPECT_TRUE(DirectoryExists(At("d")));
+    EXPECT_FALSE(DirectoryExists(At("a")));
+    EXPECT_FALSE(DirectoryExists(At("nothing")));
 }
 
 TEST_F(Files, ANameMeansTheExactFileFirst) {

@@ -6,8 +6,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <algorithm>
 #include <clocale>
+#include <ctime>
 #include <random>
 #include <vector>
 
@@ -241,13 +242,14 @@ TEST(Items, ReadingIsLinearInTheBytes) {
     const auto secondsFor = [](const std::string &line, std::size_t count) {
         std::string bytes;
         for (std::size_t i = 0; i < count; ++i) bytes += line;
-        const auto start = std::chrono::steady_clock::now();
-        TextsOf(bytes);
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+        double least = 1e9; // of three: what other programs take from the processor's cache is no part of it
+        for (int i = 0; i < 3; ++i) {
+            const std::clock_t start = std::clock();
+            TextsOf(bytes);
+            least = std::min(least, static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
+        }
+        return least;
     };
-    for (const std::string line : {"a,b\r\n", "\"a\"\"b\"\n", "\n", ",", "\"", "x\"y,"}) {
-        secondsFor(line, 20000);
-        const double once = secondsFor(line, 20000);
-        EXPECT_LT(secondsFor(line, 160000), once * 32 + 0.05) << line;
-    }
+    for (const std::string line : {"a,b\r\n", "\"a\"\"b\"\n", "\n", ",", "\"", "x\"y,"})
+        EXPECT_LT(secondsFor(line, 160000), secondsFor(line, 20000) * 32 + 0.05) << line;
 }
