@@ -119,6 +119,16 @@ void Enter(Entry &entry, Integer element) {
     }
 }
 
+// Enters an element under both of its keys: the path passed, and its enclosing headings with their sum.
+void EnterTarget(Integer element, ShapeNumber shape, Hash sum) {
+    const Integer level = LevelOf(element);
+    const std::string &title = FieldTitle[element];
+    Enter(ByPath[WithOwn(PassedSums.UpTo(level), level, title)], element);
+    Enter(ByHeadings[WithOwn(Mixed(shape) + sum, level, title)], element);
+    auto &shapes = ShapesOf[HashOf(level, title)];
+    if (std::find(shapes.begin(), shapes.end(), shape) == shapes.end()) shapes.push_back(shape);
+}
+
 bool IsTarget(Integer element) { return HasValue(element) || IsGroupStart(element); }
 
 Integer Chosen(const std::unordered_map<Hash, Entry> &entries, Hash key, Target target, Integer group) {
@@ -146,19 +156,15 @@ void BuildTitleIndex() {
     std::map<std::pair<ShapeNumber, Integer>, ShapeNumber> numbers;
     for (int number = 1; number <= NumFields; ++number) {
         const Integer e = ToInteger(number);
-        if (FieldInfo[e][TypeCode] == GroupMark && !IsGroupStart(e)) continue; // a group's end is no heading
-        const Integer level = LevelOf(e);
+        const bool isGroupEnd = FieldInfo[e][TypeCode] == GroupMark && !IsGroupStart(e);
+        const Integer level = LevelOf(isGroupEnd ? FieldGroup[e] : e);
+        while (around.back().Level >= level) around.pop_back();
+        if (isGroupEnd) continue; // no title, and what its group held encloses nothing behind it
         const std::string &title = FieldTitle[e];
         LevelTable[level][TitlePassed] = title;
         PassedSums.TitleChanged(level);
-        while (around.back().Level >= level) around.pop_back();
         const auto [outerLevel, shape, sum] = around.back();
-        if (IsTarget(e)) {
-            Enter(ByPath[WithOwn(PassedSums.UpTo(level), level, title)], e);
-            Enter(ByHeadings[WithOwn(Mixed(shape) + sum, level, title)], e);
-            auto &shapes = ShapesOf[HashOf(level, title)];
-            if (std::find(shapes.begin(), shapes.end(), shape) == shapes.end()) shapes.push_back(shape);
-        }
+        if (IsTarget(e)) EnterTarget(e, shape, sum);
         if (IsSection(e) || IsGroupStart(e))
             around.push_back({level, ShapeWith(shape, level, numbers), sum + HashOf(level, title)});
     }

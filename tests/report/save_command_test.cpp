@@ -192,10 +192,11 @@ TEST_F(SaveCommand, ATemplateDialogThatWasCancelledLeavesNothingToOverwrite) {
     EXPECT_EQ(folder.Read("OTHER.FTF"), "no template");
 }
 
-TEST_F(SaveCommand, SaveReplacesALongerFile) {
+TEST_F(SaveCommand, ALongerFileIsReplacedWithoutAQuestionBesideTheDialogs) {
     Start(TwoFields);
     folder.Write("a.rpx", std::string(5000, 'x'));
     EXPECT_EQ(SaveAs("a.rpx"), ReportHeader);
+    EXPECT_TRUE(Dialogs.Messages.empty());
 }
 
 TEST_F(SaveCommand, SaveWithinAGroupLeavesItAndWritesTheOccurrence) {
