@@ -1,0 +1,188 @@
+"""What the window looks like at several scales, light and dark: nothing outside, nothing cut, nothing without a name.
+
+The pictures of the last run are left in out/look/.
+"""
+
+import unittest
+
+from case import DesktopTest, fill, start_entry
+from desk import ROOT
+
+OUT = ROOT / "out/look"
+KINDS = ((1, False), (1, True), (1.5, False), (2, False), (2, True))  # scale, dark
+SMALL_SCREEN, LARGE_SCREEN = (1280, 1024), (2560, 2048)
+BUTTON_FRAME = 8
+
+
+class Look(DesktopTest):
+    NAME = "LOOK.FTF"
+    TEMPLATE = (
+        '1,-1,"","Identification of the data set","",""',
+        '2,60,"TEXT","Title","Mandatory. Full title of the data set: what was measured, where and when, and by whom, '
+        'as it is to stand in a catalogue that people of other fields of work read.","TITLE.HLP"',
+        '2,30,"TEXT","Keyword","One word.",""',
+        '2,999,"MEMO","Abstract","What the data are.",""',
+        '1,-1,"","Content","",""',
+        '2,20,"LIST","Kind","",""', '"<RESET/CLEAR FIELD ENTRY>"', '"Maps"', '"Numbers"', '"OTHER..."', '"XXX-1XXX"',
+        '2,50,"LIST","Long choices","",""',
+        *[f'"Choice {number}, longer than a choice needs to be to be understood"' for number in range(1, 30)],
+        '"XXX-1XXX"',
+        '-2,0,"","Details","",""',
+        '3,40,"TEXT","A title that is longer than a row of the list can show","",""',
+        '2,2,"GROUP START","Samples and where they were taken","",""',
+        '3,10,"TEXT","Depth","",""',
+        '3,600,"MEMO","Notes","",""',
+        '3,20,"LIST","Soil","",""', '"Clay"', '"Peat"', '"OTHER..."', '"XXX-1XXX"',
+        '2,0,"GROUP END","","",""',
+    )
+
+    def new_resources(self, *arguments):
+        folder = super().new_resources(*arguments)
+        (folder / "quintave.tbl").write_bytes(f'"","{self.NAME}","-1"\r\n"COLOR",15787740\r\n'.encode())
+        (folder / "TITLE.HLP").write_bytes(b"Help.\r\n")
+        return folder
+
+    def each_kind(self):
+        for scale, dark in KINDS:
+            kind = f"{'dark' if dark else 'light'}-{scale}"
+            screen = SMALL_SCREEN if scale == 1 else LARGE_SCREEN
+            with self.subTest(kind), self.desk(scale=scale, dark=dark, size=screen) as desk:
+                yield desk, kind
+
+    def check(self, desk, kind, state):
+        """One state of the window: picture, places, room for texts, names."""
+        desk.settle()
+        desk.screenshot(OUT / f"{state}-{kind}.png")
+        window = desk.app.children[0]
+        shown = [(node, node.role, node.extents) for node in window.walk()]
+        with self.subTest(state):
+            self.assertEqual(outside(shown, window.extents), [])
+            self.assertEqual(overlapping(shown), [])
+            self.assertEqual(cut_texts(desk, shown), [])
+            self.assertEqual(desk.unnamed(), [])
+            if desk.scale == 1:
+                x, y, width, height = window.extents
+                self.assertTrue(0 <= x and x + width <= SMALL_SCREEN[0] and 0 <= y and y + height <= SMALL_SCREEN[1])
+
+    def test_the_start_up_frame(self):
+        for desk, kind in self.each_kind():
+            self.check(desk, kind, "start")
+
+    def test_the_entry_controls_of_every_type(self):
+        for desk, kind in self.each_kind():
+            start_entry(desk)
+            self.check(desk, kind, "text-empty")
+            fill(desk, "Title", "A title of sixty characters, no more and not a single one les")
+            desk.go_to("Fields", "Title")
+            desk.key("Enter")
+            self.check(desk, kind, "text")
+            desk.key("Enter")
+            fill(desk, "Abstract", "\n".join(f"Line {number}" for number in range(1, 13)), "ctrl+Enter")
+            desk.go_to("Fields", "Abstract")
+            desk.key("Enter")
+            self.check(desk, kind, "memo")
+            desk.key("ctrl+Enter")
+            self.instances(desk, kind)
+            self.choices(desk, kind)
+
+    def instances(self, desk, kind):
+        fill(desk, "Keyword", "rivers")
+        desk.go_to("Fields", "Keyword")
+        desk.tab_to("Add instance")
+        desk.key("space")
+        desk.type("fens")
+        desk.tab_to("Instance shown")
+        self.check(desk, kind, "instances")
+
+    def choices(self, desk, kind):
+        desk.tab_to("Fields")
+        desk.go_to("Fields", "Kind")
+        desk.type("o")
+        desk.wait_focus("Other value")
+        desk.type("Poems")
+        self.check(desk, kind, "other")
+        desk.key("Enter")
+        desk.wait_focus("Fields")
+        desk.go_to("Fields", "Long choices")
+        desk.key("Enter", "Down", "Down")
+        self.check(desk, kind, "choices")
+
+    def test_an_open_group(self):
+        for desk, kind in self.each_kind():
+            start_entry(desk)
+            desk.key("End", "Enter")
+            desk.wait_focus("Group fields")
+            self.check(desk, kind, "group")
+            fill(desk, "Depth", "1 m", fields="Group fields")
+            fill(desk, "Notes", "wet\ncold", "ctrl+Enter", "Group fields")
+            desk.key("Enter")
+            self.check(desk, kind, "group-choices")
+            desk.type("o")
+            desk.wait_focus("Other value")
+            self.check(desk, kind, "group-other")
+
+    def test_a_message_box(self):
+        for desk, kind in self.each_kind():
+            start_entry(desk)
+            fill(desk, "Title", "a")
+            desk.key("ctrl+q")
+            desk.wait_message()
+            desk.screenshot(OUT / f"message-{kind}.png")
+            box = desk.app.children[-1]
+            shown = [(node, node.role, node.extents) for node in box.walk()]
+            self.assertEqual(outside(shown, box.extents), [])
+            self.assertEqual(cut_texts(desk, shown), [])
+            self.assertEqual(desk.unnamed(), [])
+
+
+def outside(shown, frame):
+    """The controls that are not wholly inside the frame; rows of lists, which scroll, are not looked at."""
+    left, top, width, height = frame
+    return [f"{role} {node.name!r} {extents} outside {frame}" for node, role, extents in shown
+            if extents[0] < left or extents[1] < top or extents[0] + extents[2] > left + width
+            or extents[1] + extents[3] > top + height]
+
+
+def overlapping(shown):
+    """The pairs of controls that stand on each other; what only holds others, or is part of one, is left out."""
+    placed = [(node.name, role, extents) for node, role, extents in shown
+              if role in ("button", "label", "list", "text", "combo box") or role == "scroll bar" and node.name]
+    return [f"{a[1]} {a[0]!r} {a[2]} and {b[1]} {b[0]!r} {b[2]}"
+            for index, a in enumerate(placed) for b in placed[:index]
+            if min(a[2][0] + a[2][2], b[2][0] + b[2][2]) > max(a[2][0], b[2][0])
+            and min(a[2][1] + a[2][3], b[2][1] + b[2][3]) > max(a[2][1], b[2][1])]
+
+
+def cut_texts(desk, shown):
+    """The buttons and labels that have less room than their text takes, as the picture drawer measures it.
+
+    Sizes of controls are in pixels before scaling. A text that does not fit its width may go on in further lines.
+    """
+    found = []
+    for node, role, (_, _, width, height) in shown:
+        text = node.name
+        if role not in ("button", "label") or not text.strip() or text == "Help line":
+            continue
+        needed, line = text_size(desk, text)
+        lines_there = max(1, round(height / line)) if role == "label" else 1
+        room = width * lines_there - (BUTTON_FRAME if role == "button" else 0)
+        if needed > room * 1.02 + 1:  # two drawers round the widths of letters in different ways
+            found.append(f"{role} {text!r}: {needed} pixels in {width} x {height}")
+    return found
+
+
+MEASURED = {}
+
+
+def text_size(desk, text):
+    """Width and height of a line of this text in the font of the desktop, in pixels at scale 1."""
+    if text not in MEASURED:
+        font = desk.display.run("fc-match", "-f", "%{file}", "sans")
+        drawn = desk.display.run("convert", "-density", "96", "-font", font, "-pointsize", "9",
+                                 f"label:{text.strip().replace('%', '%%')}", "-format", "%w %h", "info:")
+        MEASURED[text] = tuple(int(number) for number in drawn.split())
+    return MEASURED[text]
+
+
+if __name__ == "__main__":
+    unittest.main()
