@@ -24,7 +24,7 @@ bool SaveBefore() {
     QuitSave = True;
     CommandSave_Click();
     QuitSave = former;
-    return TmpStr != "Cancel" && DataChanged == False;
+    return DataChanged == False;
 }
 
 void EmptyRows() {
@@ -84,10 +84,12 @@ bool MayEnd(std::string_view question, std::string_view title) {
 void CommandReset_Click() {
     CommitPendingEdit();
     LoadState = CurrentField;
+    const Integer list = ActiveList;
     if (MayReset() && LeaveGroup()) {
         EmptyEntries();
+        TmpStr.clear();
     } else {
-        CurrentField = LoadState;
+        if (ActiveList == list) CurrentField = LoadState; // a save leaves an open group, and its row with it
         TmpStr = "CANCELLED";
     }
     if (QuitSave != False) return;
@@ -106,6 +108,7 @@ void CommandQuit_Click() {
 
 bool CloseMainWindow() {
     if (Quintave.editframe.Visible) {
+        LeaveGroup(); // where that fails the answer No must still close the window
         CommitPendingEdit();
         if (!MayEnd("Do you want to SAVE THE CHANGES you made?", "Done with SESSION")) {
             SetFocus(ActiveRows());
