@@ -108,7 +108,6 @@ void CommandQuit_Click() {
 
 bool CloseMainWindow() {
     if (Quintave.editframe.Visible) {
-        LeaveGroup(); // where that fails the answer No must still close the window
         CommitPendingEdit();
         if (!MayEnd("Do you want to SAVE THE CHANGES you made?", "Done with SESSION")) {
             SetFocus(ActiveRows());

@@ -433,14 +433,15 @@ TEST_F(Session, ClosingAnsweredYesWhichIsTheDefaultSavesFirst) {
     ExpectWorkFilesDeleted();
 }
 
-TEST_F(Session, ClosingLeavesAGroupBeforeItAsks) {
+TEST_F(Session, ClosingAnsweredCancelLeavesAnOpenGroupOpen) {
     StartWithEntries();
     EnterGroup();
     Dialogs.Answers = {CancelAnswer};
     EXPECT_FALSE(CloseMainWindow());
     ExpectClosingQuestion();
-    EXPECT_EQ(ActiveList, 0);
-    EXPECT_EQ(folder.Read("GRP00004.XXX"), std::string("\x0A\0\1\0", 4) + "12        ");
+    EXPECT_EQ(ActiveList, 3);
+    EXPECT_TRUE(Quintave.TableFrame.Visible);
+    EXPECT_EQ(Focused(), &Quintave.List1[3]);
     ExpectRowsInStep();
 }
 
