@@ -44,8 +44,7 @@ void ListMembers(Integer head) {
 
 void ListOccurrences() {
     ClearRows(Quintave.TblFldNum);
-    for (Integer number = 1; number <= GroupOccurrenceCount && number > 0; ++number)
-        AddRow(Quintave.TblFldNum, std::to_string(number));
+    for (int number = 1; number <= GroupOccurrenceCount; ++number) AddRow(Quintave.TblFldNum, std::to_string(number));
 }
 
 void RememberOccurrence() { FieldInfo[GroupHead()][Choice] = GroupLoadedOccurrence; }
@@ -184,6 +183,8 @@ void RunGroupCommand(void (*command)()) {
         command();
     } catch (const RuntimeError &error) {
         ShowListIndex(Quintave.TblFldNum, GroupLoadedOccurrence);
+        // Storing has put the entry box away, and the focus with it.
+        if (Focused() == nullptr) SetFocus(ActiveRows());
         TellWorkFileError(error.Number);
     }
 }

@@ -60,18 +60,30 @@ void CopyRanges(OutputFile &file, const std::vector<Range> &ranges) {
             file.Write(OpenFile.Read(range.First, std::min(BlockBytes, range.End - range.First)));
 }
 
-// Makes the store anew beside itself and puts it in its own place, so that a fault leaves it as it was.
+// Makes a store anew beside itself and puts it in its own place, so that a fault leaves it as it was. What was written
+// by then goes again: on a full disk it would be in the way of everything else.
+template <class WriteAll> void Rewrite(const std::string &path, const WriteAll &writeAll) {
+    const std::string staged = StagedName(path);
+    try {
+        OutputFile file(staged, OutputFile::Access::Own);
+        writeAll(file);
+        file.Close(false);
+        RenameFile(staged, path);
+    } catch (const RuntimeError &) {
+        DeleteFile(staged);
+        throw;
+    }
+}
+
 void RewriteStore(Integer count, const std::vector<Range> &before, std::string_view between,
                   const std::vector<Range> &behind) {
     NeedStore();
-    const std::string staged = StagedName(OpenPath);
-    OutputFile file(staged, OutputFile::Access::Own);
-    file.Write(GroupStoreHeader(GroupItemCount, count));
-    CopyRanges(file, before);
-    file.Write(between);
-    CopyRanges(file, behind);
-    file.Close(false);
-    RenameFile(staged, OpenPath);
+    Rewrite(OpenPath, [&](OutputFile &file) {
+        file.Write(GroupStoreHeader(GroupItemCount, count));
+        CopyRanges(file, before);
+        file.Write(between);
+        CopyRanges(file, behind);
+    });
     OpenFile.Open(OpenPath);
     GroupOccurrenceCount = count;
 }
@@ -97,14 +109,10 @@ GroupCounts ReadStore(Integer head, std::string &occurrences) {
 void ReplaceStore(Integer head, std::string_view occurrences) {
     const Integer length = GroupLength(head);
     const Integer count = length == 0 ? Integer{1} : ToInteger(occurrences.size() / static_cast<std::size_t>(length));
-    const std::string path = ResourceDir + GroupFileName(head);
-    // The old occurrences stay until the new ones are whole.
-    const std::string staged = StagedName(path);
-    OutputFile file(staged, OutputFile::Access::Own);
-    file.Write(GroupStoreHeader(length, count));
-    file.Write(occurrences);
-    file.Close(false);
-    RenameFile(staged, path);
+    Rewrite(ResourceDir + GroupFileName(head), [&](OutputFile &file) {
+        file.Write(GroupStoreHeader(length, count));
+        file.Write(occurrences);
+    });
 }
 
 void OpenStore(Integer head) {

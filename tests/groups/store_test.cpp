@@ -1,0 +1,278 @@
+// Group stores that vanished, are short, damaged, full or cannot be written.
+#include "groups/store.h"
+
+#include "support/file_limit.h"
+#include "support/group_store.h"
+#include "support/screen_test.h"
+#include "support/template_lines.h"
+
+#include <cstdio>
+#include <filesystem>
+
+using testing::ElementsAre;
+using testing::FieldsAre;
+using testing::IsEmpty;
+
+namespace {
+
+constexpr auto File = "GRP00001.XXX";
+constexpr std::size_t Length = 6;
+
+// What is told about a store that cannot be used.
+auto Tells(const std::string &error) {
+    return ElementsAre(FieldsAre("Quintave",
+                                 "Error: " + error +
+                                     "\r\nError using a work file in the resource directory! (read only file or drive? "
+                                     "full drive? file locked? wrong privileges?). Correct the problem and try again.",
+                                 OkOnly + CriticalIcon));
+}
+
+class GroupStore : public ScreenTest {
+protected:
+    void SetUp() override {
+        Start({Element(1, 2, "GROUP START", "Samples"), Element(2, 4, "TEXT", "Depth"), Element(2, 2, "TEXT", "No"),
+               Element(1, 0, "GROUP END", ""), Element(1, 30, "TEXT", "Last")});
+    }
+
+    void OpenWith(const std::vector<std::string> &occurrences) {
+        folder.Write(File, Store(Length, occurrences));
+        Open(0);
+        ASSERT_EQ(ActiveList, GroupList);
+    }
+
+    static void TypeDepth(const std::string &text) {
+        Open(0);
+        Type(text);
+    }
+
+    std::string Bytes() const { return folder.Read(File); }
+
+    void ExpectOutside(const std::string &error) const {
+        EXPECT_THAT(Dialogs.Messages, Tells(error));
+        EXPECT_EQ(ActiveList, 0);
+        EXPECT_EQ(CurrentField, 0);
+        EXPECT_FALSE(Quintave.GrpExit.Visible);
+        EXPECT_FALSE(Quintave.TableFrame.Visible);
+        EXPECT_EQ(Focused(), &Quintave.List1[0]);
+        EXPECT_EQ(RowField[0], 1);
+    }
+};
+
+} // namespace
+
+// Entering
+// ------------------------------------------------------------------------------
+
+TEST_F(GroupStore, AMissingStoreIsToldAndTheGroupIsNotEntered) {
+    std::filesystem::remove(folder.Path() + File);
+    Open(0);
+    ExpectOutside("53 - File not found");
+    EXPECT_FALSE(folder.Has(File));
+}
+
+TEST_F(GroupStore, ADirectoryInItsPlaceIsToldAndTheGroupIsNotEntered) {
+    std::filesystem::remove(folder.Path() + File);
+    std::filesystem::create_directory(folder.Path() + File);
+    Open(0);
+    ExpectOutside("75 - Path/File access error");
+}
+
+TEST_F(GroupStore, ACutHeaderIsToldAndTheGroupIsNotEntered) {
+    for (const std::size_t bytes : {0u, 1u, 3u}) {
+        Dialogs.Messages.clear();
+        folder.Write(File, Store(Length, {"a"}).substr(0, bytes));
+        Open(0);
+        ExpectOutside("62 - Input past end of file");
+    }
+}
+
+TEST_F(GroupStore, AStoreOfAnotherGroupIsToldAndTheGroupIsNotEntered) {
+    folder.Write(File, Store(7, {"a"}));
+    Open(0);
+    ExpectOutside("62 - Input past end of file");
+    EXPECT_EQ(Bytes(), Store(7, {"a"}));
+}
+
+TEST_F(GroupStore, MissingBytesAreBlanks) {
+    folder.Write(File, StoreHeader(Length, 3) + "a   1 b");
+    Open(0);
+    PressCtrl('N');
+    EXPECT_EQ(Row(0), RowOf("Depth", "b"));
+    EXPECT_EQ(Row(1), RowOf("No"));
+    PressCtrl('N');
+    EXPECT_EQ(Row(0), RowOf("Depth"));
+    Press(Quintave.GrpExit);
+    EXPECT_EQ(Bytes(), Store(Length, {"a   1", "b", ""}));
+    EXPECT_EQ(MessageCount(), 0u);
+}
+
+TEST_F(GroupStore, InsertAndDeleteFillAShortStoreWithBlanks) {
+    folder.Write(File, StoreHeader(Length, 3) + "a   1 b");
+    Open(0);
+    Press(Quintave.TblFldInsert);
+    EXPECT_EQ(Bytes(), Store(Length, {"", "a   1", "b", ""}));
+    folder.Write(File, StoreHeader(Length, 3) + "a   1 b");
+    Press(Quintave.GrpExit);
+    folder.Write(File, StoreHeader(Length, 3) + "a   1 b");
+    Open(0);
+    Press(Quintave.TblFldDelete);
+    EXPECT_EQ(Bytes(), Store(Length, {"b", ""}));
+}
+
+TEST_F(GroupStore, ResetMakesAMissingStoreAnew) {
+    std::filesystem::remove(folder.Path() + File);
+    Press(Quintave.CommandReset);
+    EXPECT_EQ(Bytes(), Store(Length, {""}));
+    Open(0);
+    EXPECT_EQ(ActiveList, GroupList);
+}
+
+// While the group is open
+// ------------------------------------------------------------------------------
+
+TEST_F(GroupStore, AStoreDeletedMeanwhileIsToldOnceAndNothingIsLost) {
+    const std::vector<void (*)()> commands{
+        [] { PressCtrl('N'); }, [] { PressCtrl('T'); }, [] { PressCtrl('I'); },
+        [] { PressCtrl('D'); }, [] { PressCtrl('E'); }, [] { UserSelects(Quintave.TblFldNum, 2); },
+    };
+    for (std::size_t i = 0; i < commands.size(); ++i) {
+        OpenWith({"a", "b", "c"});
+        while (GroupLoadedOccurrence != 1) PressCtrl(GroupLoadedOccurrence == 0 ? 'N' : 'V');
+        TypeDepth("!");
+        Dialogs.Messages.clear();
+        std::filesystem::remove(folder.Path() + File);
+        commands[i]();
+        EXPECT_THAT(Dialogs.Messages, Tells("53 - File not found")) << i;
+        EXPECT_EQ(ActiveList, GroupList);
+        EXPECT_EQ(Row(0), RowOf("Depth", "b!")) << i;
+        EXPECT_EQ(Quintave.TblFldNum.ListIndex, 1) << i;
+        Press(Quintave.GrpExit);
+        EXPECT_EQ(ActiveList, 0);
+        EXPECT_EQ(Bytes(), Store(Length, {"a", "b!", "c"})) << i;
+        EXPECT_EQ(MessageCount(), 1u);
+        Select(0);
+    }
+}
+
+TEST_F(GroupStore, AFullDiskRefusesANewOccurrenceAndKeepsWhatWasEntered) {
+    OpenWith({"a", "b"});
+    PressCtrl('B');
+    TypeDepth("!");
+    {
+        const FileSizeLimit limit(4 + 2 * Length);
+        PressCtrl('N');
+    }
+    EXPECT_THAT(Dialogs.Messages, Tells("61 - Disk full"));
+    EXPECT_EQ(GroupOccurrenceCount, 2);
+    EXPECT_THAT(Quintave.TblFldNum.Rows, ElementsAre("1", "2"));
+    EXPECT_EQ(Quintave.TblFldNum.ListIndex, 1);
+    EXPECT_EQ(Row(0), RowOf("Depth", "b!"));
+    EXPECT_EQ(Bytes(), Store(Length, {"a", "b!"}));
+    PressCtrl('N');
+    EXPECT_EQ(Bytes(), Store(Length, {"a", "b!", ""}));
+}
+
+TEST_F(GroupStore, AFullDiskRefusesInsertAndDeleteAndLeavesTheStoreWhole) {
+    OpenWith({"a", "b", "c"});
+    for (const char letter : {'I', 'D'}) {
+        Dialogs.Messages.clear();
+        {
+            const FileSizeLimit limit(4 + Length);
+            PressCtrl(letter);
+        }
+        EXPECT_THAT(Dialogs.Messages, Tells("61 - Disk full")) << letter;
+        EXPECT_EQ(Bytes(), Store(Length, {"a", "b", "c"}));
+        EXPECT_FALSE(folder.Has("GRP00001.$$$"));
+        EXPECT_EQ(GroupOccurrenceCount, 3);
+        EXPECT_THAT(Quintave.TblFldNum.Rows, ElementsAre("1", "2", "3"));
+        EXPECT_EQ(Row(0), RowOf("Depth", "a"));
+        EXPECT_EQ(DataChanged, False);
+    }
+    PressCtrl('I');
+    EXPECT_EQ(Bytes(), Store(Length, {"", "a", "b", "c"}));
+}
+
+TEST_F(GroupStore, WhereTheOccurrenceCannotBeStoredTheGroupStaysOpen) {
+    OpenWith({"a", "b"});
+    PressCtrl('B');
+    TypeDepth("!");
+    {
+        const FileSizeLimit limit(4 + Length);
+        Press(Quintave.GrpExit);
+        EXPECT_THAT(Dialogs.Messages, Tells("61 - Disk full"));
+        EXPECT_EQ(ActiveList, GroupList);
+        EXPECT_TRUE(Quintave.TableFrame.Visible);
+        UserSelects(Quintave.TblFldNum, 0);
+        EXPECT_EQ(Quintave.TblFldNum.ListIndex, 1);
+        Press(Quintave.CommandSave);
+        EXPECT_THAT(Dialogs.Asked, IsEmpty());
+    }
+    EXPECT_EQ(Row(0), RowOf("Depth", "b!"));
+    Press(Quintave.GrpExit);
+    EXPECT_EQ(ActiveList, 0);
+    EXPECT_EQ(Bytes(), Store(Length, {"a", "b!"}));
+}
+
+// The largest store
+// ------------------------------------------------------------------------------
+
+TEST_F(GroupStore, Occurrence32768IsRefused) {
+    std::string bytes = StoreHeader(Length, 32767);
+    for (int k = 1; k <= 32767; ++k) {
+        std::string occurrence = std::to_string(k % 10000);
+        occurrence.resize(Length, ' ');
+        bytes += occurrence;
+    }
+    folder.Write(File, bytes);
+    Open(0);
+    EXPECT_EQ(Quintave.TblFldNum.Rows.size(), 32767u);
+    EXPECT_EQ(Quintave.TblFldNum.Rows.back(), "32767");
+    PressCtrl('B');
+    EXPECT_EQ(Row(0), RowOf("Depth", "2767"));
+    for (const char letter : {'N', 'I'}) {
+        Dialogs.Messages.clear();
+        PressCtrl(letter);
+        EXPECT_THAT(Dialogs.Messages, Tells("6 - Overflow"));
+        EXPECT_EQ(GroupOccurrenceCount, 32767);
+        EXPECT_EQ(Quintave.TblFldNum.ListIndex, 32766);
+        EXPECT_EQ(Row(0), RowOf("Depth", "2767"));
+        EXPECT_EQ(Bytes(), bytes);
+    }
+    Press(Quintave.TblFldDelete);
+    EXPECT_EQ(GroupOccurrenceCount, 32766);
+    EXPECT_EQ(Row(0), RowOf("Depth", "2766"));
+    Press(Quintave.GrpExit);
+    EXPECT_EQ(Bytes().substr(0, 4), StoreHeader(Length, 32766));
+    EXPECT_EQ(Bytes().size(), bytes.size());
+}
+
+// Stores as a whole
+// ------------------------------------------------------------------------------
+
+TEST_F(GroupStore, ReadStoreGivesAllOccurrencesPadded) {
+    folder.Write(File, StoreHeader(Length, 2) + "a   1 b");
+    std::string occurrences;
+    const GroupCounts counts = ReadStore(1, occurrences);
+    EXPECT_EQ(counts.Items, 6);
+    EXPECT_EQ(counts.Occurrences, 2);
+    EXPECT_EQ(occurrences, "a   1 b     ");
+}
+
+TEST_F(GroupStore, ReplaceStorePutsOccurrencesInItsPlace) {
+    ReplaceStore(1, "a   1 b     ");
+    EXPECT_EQ(Bytes(), Store(Length, {"a   1", "b"}));
+    EXPECT_FALSE(folder.Has("GRP00001.$$$"));
+}
+
+TEST_F(GroupStore, ReplaceStoreOnAFullDiskLeavesTheOldOneAndNothingElse) {
+    folder.Write(File, Store(Length, {"a"}));
+    const FileSizeLimit limit(4 + Length);
+    try {
+        ReplaceStore(1, std::string(2 * Length, 'x'));
+        FAIL() << "no error";
+    } catch (const RuntimeError &error) {
+        EXPECT_EQ(error.Number, DiskFull);
+    }
+    EXPECT_EQ(Bytes(), Store(Length, {"a"}));
+    EXPECT_FALSE(folder.Has("GRP00001.$$$"));
+}
