@@ -26,14 +26,14 @@ bool TakeDelimiter(ItemInput &input) {
     return true;
 }
 
-std::string ReadQuoted(ItemInput &input, Input fault) {
+std::string_view ReadQuoted(ItemInput &input, Input fault) {
     const auto first = input.At + 1;
     const auto closing = input.Bytes.find('"', first);
     if (closing == std::string::npos) throw RuntimeError{InputPastEnd};
     input.At = closing + 1;
     SkipBlanks(input);
     if (!TakeDelimiter(input) && fault == Input::Strict) throw RuntimeError{TypeMismatch};
-    return input.Bytes.substr(first, closing - first);
+    return std::string_view(input.Bytes).substr(first, closing - first);
 }
 
 std::size_t DigitsAt(std::string_view text, std::size_t at) {
@@ -63,20 +63,32 @@ bool IsNumber(std::string_view text) {
     return i == text.size();
 }
 
-double ReadNumber(ItemInput &input, Input fault, double least, double most) {
-    const std::string text = ReadText(input, fault);
-    if (!IsNumber(text)) {
-        if (fault == Input::Strict) throw RuntimeError{TypeMismatch};
-        return 0;
-    }
+// A number written with a point or an exponent, rounded; error 6 for one that is too large for its type.
+double Rounded(std::string_view text) {
     // from_chars, unlike strtod, reads a point whatever the user's locale; it takes no plus sign.
     double number = 0;
     const char *const first = text.data() + (text[0] == '+' ? 1 : 0);
     const auto read = std::from_chars(first, text.data() + text.size(), number);
+    if (read.ec == std::errc()) return std::nearbyint(number);
     // Out of its range are also numbers too small to tell from 0, which is what they are rounded to.
-    const bool tooSmall = read.ec == std::errc::result_out_of_range && text.find('-', 1) != std::string::npos;
-    number = tooSmall ? 0 : std::nearbyint(number);
-    if ((read.ec != std::errc() && !tooSmall) || number < least || number > most) throw RuntimeError{Overflow};
+    if (text.find('-', 1) == std::string_view::npos) throw RuntimeError{Overflow};
+    return 0;
+}
+
+double ReadNumber(ItemInput &input, Input fault, double least, double most) {
+    const std::string_view text = ReadItem(input, fault);
+    std::int32_t whole = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), whole);
+    double number = whole;
+    // Nearly every number is a whole one; the others take the long way.
+    if (read.ec != std::errc() || read.ptr != text.data() + text.size()) {
+        if (!IsNumber(text)) {
+            if (fault == Input::Strict) throw RuntimeError{TypeMismatch};
+            return 0;
+        }
+        number = Rounded(text);
+    }
+    if (number < least || number > most) throw RuntimeError{Overflow};
     return number;
 }
 
@@ -100,17 +112,20 @@ void BeginRecord(ItemInput &input) {
         ++input.At;
 }
 
-std::string ReadText(ItemInput &input, Input fault) {
+std::string_view ReadItem(ItemInput &input, Input fault) {
     SkipBlanks(input);
-    if (input.At >= input.Bytes.size()) throw RuntimeError{InputPastEnd};
-    if (input.Bytes[input.At] == '"') return ReadQuoted(input, fault);
+    const std::string_view bytes = input.Bytes;
+    if (input.At >= bytes.size()) throw RuntimeError{InputPastEnd};
+    if (bytes[input.At] == '"') return ReadQuoted(input, fault);
     const auto first = input.At;
-    input.At = std::min(input.Bytes.find_first_of(",\r\n", first), input.Bytes.size());
+    while (input.At < bytes.size() && bytes[input.At] != ',' && !IsLineEnd(bytes[input.At])) ++input.At;
     auto last = input.At;
-    while (last > first && IsBlank(input.Bytes[last - 1])) --last;
+    while (last > first && IsBlank(bytes[last - 1])) --last;
     TakeDelimiter(input);
-    return input.Bytes.substr(first, last - first);
+    return bytes.substr(first, last - first);
 }
+
+std::string ReadText(ItemInput &input, Input fault) { return std::string(ReadItem(input, fault)); }
 
 Integer ReadInteger(ItemInput &input, Input fault) {
     return static_cast<Integer>(ReadNumber(input, fault, INT16_MIN, INT16_MAX));

@@ -29,7 +29,11 @@ bool AtEnd(const ItemInput &input);
 // To be called before the first item of each record, choice line or continuation line: skips blanks and line ends.
 void BeginRecord(ItemInput &input);
 
-// The next item. Error 62 at the end of the file or where a closing quote is missing.
+// The next item, as it stands in the input's bytes. Error 62 at the end of the file or where a closing quote is
+// missing.
+std::string_view ReadItem(ItemInput &input, Input fault);
+
+// The same as a text of its own.
 std::string ReadText(ItemInput &input, Input fault);
 
 // The next item as a number, rounded half to even; error 6 outside its range.

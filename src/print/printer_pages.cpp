@@ -6,6 +6,7 @@
 #include "platform/front.h"
 #include "platform/printer.h"
 #include "print/report_layout.h"
+#include "report/records.h"
 
 namespace {
 

@@ -3,7 +3,6 @@
 
 #include "main/main_window.h"
 #include "model/field_model.h"
-#include "model/template_reader.h"
 #include "platform/clock.h"
 #include "platform/codepage.h"
 #include "platform/front.h"
@@ -20,13 +19,6 @@ constexpr int IndentPerLevel = 4;
 constexpr double WidthFallback = 80; // added where a title leaves no room, so that some of the value stands on its line
 constexpr int StarsPerRow = 25;
 
-struct Record {
-    Integer Level = 0;
-    Integer Kind = 0;
-    std::string Title;
-    std::string Value;
-};
-
 // A copy being laid out.
 struct Layout {
     const PrintOptions &Options;
@@ -40,15 +32,10 @@ std::string Blanks(int levels) {
 
 std::string Indent(Integer level) { return Blanks(level - 1); }
 
-Record ReadRecord(ItemInput &input) {
-    BeginRecord(input);
-    Record record;
-    record.Level = ReadInteger(input, Input::Strict);
-    record.Kind = ReadInteger(input, Input::Strict);
-    record.Title = ReadText(input, Input::Strict);
-    record.Value = ReadText(input, Input::Strict);
-    for (Integer line = 1; line < record.Kind; ++line) record.Value += NL + ReadTextLine(input, Input::Strict);
-    return record;
+// A title stands on one line, also one that holds line breaks.
+void MakeOneLine(std::string &title) {
+    std::replace_if(
+        title.begin(), title.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
 }
 
 void PrintTitleLine(const Layout &layout, const std::string &text) {
@@ -56,7 +43,7 @@ void PrintTitleLine(const Layout &layout, const std::string &text) {
     layout.Sink.EndLine();
 }
 
-void PlaceValue(const Layout &layout, const Record &record, double titleEnd) {
+void PlaceValue(const Layout &layout, const ReportRecord &record, double titleEnd) {
     const PrintSink &sink = layout.Sink;
     const double width = sink.RightLimit - layout.DataStart;
     double firstColumn = layout.DataStart;
@@ -66,31 +53,31 @@ void PlaceValue(const Layout &layout, const Record &record, double titleEnd) {
     } else if (titleEnd > layout.DataStart) {
         firstColumn = titleEnd;
         firstWidth = sink.RightLimit - titleEnd;
-        if (firstWidth == 0 && !record.Value.empty()) { // the title fills its line to the last column
+        if (firstWidth == 0 && !record.Text.empty()) { // the title fills its line to the last column
             sink.EndLine();
             firstColumn = layout.DataStart;
             firstWidth = width;
         }
     }
     if (firstWidth < 0) firstWidth += WidthFallback;
-    WrapValue(record.Value, firstColumn, firstWidth, layout.DataStart, width, sink, record.Title);
+    WrapValue(record.Text, firstColumn, firstWidth, layout.DataStart, width, sink, record.Title);
 }
 
-void PlaceTitleAndValue(Layout &layout, const Record &record) {
+void PlaceTitleAndValue(Layout &layout, const ReportRecord &record) {
     const PrintOptions &options = layout.Options;
     const std::string indent = options.Mode == 0 ? "" : Indent(record.Level);
     const double titleEnd = layout.Sink.PrintTitle(indent + record.Title + options.Separator, layout.Sink.Left);
     if (options.Mode == 2) layout.DataStart = layout.Sink.Left + record.Level * IndentPerLevel;
-    if (options.Raw && record.Kind == OccurrenceMarker)
+    if (options.Raw && record.Count == OccurrenceMarker)
         layout.Sink.EndLine();
     else
         PlaceValue(layout, record, titleEnd);
 }
 
-void PlaceRecord(Layout &layout, const Record &record) {
+void PlaceRecord(Layout &layout, const ReportRecord &record) {
     const PrintOptions &options = layout.Options;
     const std::string indent = options.Mode == 0 ? "" : Indent(record.Level);
-    switch (record.Kind) {
+    switch (record.Count) {
     case GroupEndMarker:
         if (!options.Raw) PrintTitleLine(layout, indent + "*** " + record.Title + "***");
         return;
@@ -132,24 +119,14 @@ PrintOptions ReadPrintOptions() {
     return options;
 }
 
-bool ReadReportHeader(ItemInput &input) {
-    try {
-        BeginRecord(input);
-        const Integer kind = ReadInteger(input, Input::Lenient);
-        const std::string identifier = ReadText(input, Input::Lenient);
-        ReadText(input, Input::Lenient);
-        return kind == 0 && identifier.starts_with(VersionIdentifier);
-    } catch (const RuntimeError &) { // the file ends inside its header
-        return false;
-    }
-}
-
 void PlaceReport(ItemInput &input, const PrintOptions &options, const PrintSink &sink, const std::string &progress) {
     Layout layout{options, sink, sink.Left + options.DataIndent};
     SetCaption(Quintave.printLabel, progress);
+    ReportRecord record;
     for (int counter = 2; !AtEnd(input); ++counter) {
         ShowProgress(counter, progress);
-        const Record record = ReadRecord(input);
+        ReadReportRecord(input, record);
+        MakeOneLine(record.Title);
         sink.BeginRecord();
         PlaceRecord(layout, record);
     }

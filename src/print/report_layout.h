@@ -37,9 +37,6 @@ struct PrintOptions {
 
 PrintOptions ReadPrintOptions();
 
-// The report's header record is a good one; the input stands behind it.
-bool ReadReportHeader(ItemInput &input);
-
 // Places all records. `progress` is the caption of printLabel that the stars follow. Errors 13 and 62 where the report
 // is damaged; what stood before that was placed.
 void PlaceReport(ItemInput &input, const PrintOptions &options, const PrintSink &sink, const std::string &progress);

@@ -5,6 +5,7 @@
 #include "platform/files.h"
 #include "platform/front.h"
 #include "print/report_layout.h"
+#include "report/records.h"
 
 #include <algorithm>
 #include <optional>

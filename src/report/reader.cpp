@@ -4,7 +4,6 @@
 
 #include "main/main_window.h"
 #include "model/field_model.h"
-#include "model/template_reader.h"
 #include "platform/codepage.h"
 #include "platform/dialogs.h"
 #include "platform/front.h"
@@ -18,39 +17,7 @@
 
 namespace {
 
-struct Record {
-    Integer Level = 0;
-    Integer Count = 0;
-    std::string Title;
-    std::string Text;
-};
-
-bool HeaderIsGood(ItemInput &input) {
-    try {
-        BeginRecord(input);
-        const Integer format = ReadInteger(input, Input::Lenient);
-        const std::string identifier = ReadText(input, Input::Lenient);
-        ReadText(input, Input::Lenient); // the template's name does not matter
-        return format == 0 && identifier.starts_with(VersionIdentifier);
-    } catch (const RuntimeError &) { // the file ends inside its header
-        return false;
-    }
-}
-
-Record ReadRecord(ItemInput &input) {
-    BeginRecord(input);
-    Record record;
-    record.Level = ReadInteger(input, Input::Strict);
-    record.Level = ToInteger(record.Level < 0 ? -record.Level : record.Level);
-    record.Count = ReadInteger(input, Input::Strict);
-    record.Title = ReadText(input, Input::Strict);
-    record.Text = ReadText(input, Input::Strict);
-    for (Integer line = 1; line < record.Count; ++line) record.Text += NL + ReadTextLine(input, Input::Strict);
-    record.Text = WithWholeLineBreaks(record.Text);
-    return record;
-}
-
-bool SkipTooDeep(const Record &record) {
+bool SkipTooDeep(const ReportRecord &record) {
     return MsgBox("The nesting level (" + std::to_string(record.Level) + " ) of this field (" + record.Title +
                       " ) exceeds that allowed by the Fields Template File (" + std::to_string(DeepestLevel) + ")" +
                       NL + NL + "Press OK to continue",
@@ -74,7 +41,7 @@ void StoreFieldValue(Integer element, const std::string &value) {
 }
 
 // Places one value record; TmpStr is "No Match Found!" or "CANCELLED!" where it could not be placed.
-void MatchReportField(const Record &record) {
+void MatchReportField(const ReportRecord &record) {
     const Integer member =
         InOccurrence() ? FindElement(record.Level, record.Title, Target::Member, OpenBlock()) : Integer{0};
     const Integer field = FindElement(record.Level, record.Title, Target::Field);
@@ -88,7 +55,7 @@ void MatchReportField(const Record &record) {
 }
 
 // False where the user stopped the load.
-bool PlaceRecord(const Record &record) {
+bool PlaceRecord(const ReportRecord &record) {
     if (record.Count == GroupEndMarker) {
         EndBlock();
         return true;
@@ -107,8 +74,10 @@ bool PlaceRecord(const Record &record) {
 
 bool PlaceRecords(ItemInput &input) {
     constexpr int RecordsPerBreath = 200;
+    ReportRecord record;
     for (int count = 1; !AtEnd(input); ++count) {
-        if (!PlaceRecord(ReadRecord(input))) return false;
+        ReadReportRecord(input, record);
+        if (!PlaceRecord(record)) return false;
         if (count % RecordsPerBreath == 0) KeepWindowAlive();
     }
     return true;
@@ -177,7 +146,7 @@ LoadResult LoadReportFile() {
         TellLoadError(error.Number);
         return LoadResult::Refused;
     }
-    if (!HeaderIsGood(input)) {
+    if (!ReadReportHeader(input)) {
         MsgBox("This File is not properly identified as a version 2 Quintave file!" + NL + NL +
                    "File load procedure has been CANCELLED!",
                CriticalIcon, "INVALID FILE FORMAT");

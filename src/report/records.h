@@ -1,8 +1,10 @@
-// The marks of a report file that its writer and its readers share.
+// The records of a report file: the marks that its writer gives them, and reading them, for loading and for printing.
 #pragma once
 
+#include "platform/items.h"
 #include "platform/runtime.h"
 
+#include <string>
 #include <string_view>
 
 // Second item of a record, where it is not the number of lines of a value.
@@ -12,3 +14,16 @@ inline constexpr Integer GroupEndMarker = -99;
 
 inline constexpr std::string_view OccurrenceText = "REPEATING GROUP, Occurrence #";
 inline constexpr std::string_view GroupEndTitle = "END REPEATING GROUP";
+
+struct ReportRecord {
+    Integer Level = 0; // as an amount: a level below 0 counts without its sign
+    Integer Count = 0; // lines of the value, or a marker
+    std::string Title;
+    std::string Text; // lines end in CR LF
+};
+
+// The first record is that of a report; the input stands behind it.
+bool ReadReportHeader(ItemInput &input);
+
+// The next record with its continuation lines, over what the record held. Error 13 or 62 where it is damaged.
+void ReadReportRecord(ItemInput &input, ReportRecord &record);

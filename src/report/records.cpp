@@ -1,0 +1,40 @@
+// Reading the records of a report file (records.h).
+#include "report/records.h"
+
+#include "model/field_model.h"
+#include "model/template_reader.h"
+
+namespace {
+
+bool HasLineBreak(const std::string &text) {
+    return text.find('\r') != std::string::npos || text.find('\n') != std::string::npos;
+}
+
+} // namespace
+
+bool ReadReportHeader(ItemInput &input) {
+    try {
+        BeginRecord(input);
+        const Integer format = ReadInteger(input, Input::Lenient);
+        const bool identified = ReadItem(input, Input::Lenient).starts_with(VersionIdentifier);
+        ReadItem(input, Input::Lenient); // the template's name does not matter
+        return format == 0 && identified;
+    } catch (const RuntimeError &) { // the file ends inside its header
+        return false;
+    }
+}
+
+void ReadReportRecord(ItemInput &input, ReportRecord &record) {
+    BeginRecord(input);
+    const Integer level = ReadInteger(input, Input::Strict);
+    record.Level = ToInteger(level < 0 ? -level : level);
+    record.Count = ReadInteger(input, Input::Strict);
+    record.Title = ReadItem(input, Input::Strict);
+    record.Text = ReadItem(input, Input::Strict);
+    for (Integer line = 1; line < record.Count; ++line) {
+        BeginRecord(input);
+        record.Text += NL;
+        record.Text += ReadItem(input, Input::Strict);
+    }
+    if (HasLineBreak(record.Text)) record.Text = WithWholeLineBreaks(record.Text);
+}
