@@ -2,11 +2,14 @@
 #include "platform/front.h"
 
 #include "platform/clock.h"
+#include "platform/console/progress.h"
 #include "platform/console/user.h"
 
 #include <array>
 #include <ctime>
 #include <utility>
+
+ConsoleProgress Progress;
 
 namespace {
 
@@ -27,11 +30,13 @@ void ShowBanner(std::string_view /*text*/) {}
 
 void HideBanner() {}
 
-void ShowBusyPointer(bool /*busy*/) {}
+void ShowBusyPointer(bool busy) { Progress.PointerIsBusy = busy; }
 
 void KeepWindowAlive() {}
 
-void RepaintNow(Control & /*control*/) {}
+void RepaintNow(Control &control) {
+    if (Progress.OnRepaint != nullptr) Progress.OnRepaint(control);
+}
 
 ScreenTwips ScreenSize() { return {19200, 15360}; } // 1280 x 1024 pixels
 
