@@ -498,6 +498,16 @@ TEST_F(Session, WithoutWorkFilesEndingTellsNothing) {
     EXPECT_THAT(Dialogs.Messages, IsEmpty());
 }
 
+TEST_F(Session, NothingButTheReportStaysBehind) {
+    StartWithEntries();
+    EnterGroup();
+    SaveAs("a.rpx");
+    EXPECT_TRUE(CloseMainWindow());
+    std::vector<std::string> names;
+    for (const auto &entry : fs::directory_iterator(folder.Path())) names.push_back(entry.path().filename().string());
+    EXPECT_THAT(names, testing::UnorderedElementsAre("quintave.tbl", "SITE.FTF", "a.rpx"));
+}
+
 // --- Template command
 // --------------------------------------------------------------------------------------------------
 
@@ -619,6 +629,27 @@ TEST_F(TemplateCommand, LoadsOneFromAnotherDirectoryWithItsHelpFiles) {
     EXPECT_EQ(TemplateDir, folder.Path() + "forms/");
     EXPECT_EQ(FieldExtra[1][HelpFile], "more.hlp");
     EXPECT_EQ(ResourceDir, CurrentDirectory());
+}
+
+TEST_F(TemplateCommand, DiscardsAllValues) {
+    StartWithEntries();
+    EnterGroup();
+    Press(Quintave.GrpExit);
+    Dialogs.Answers = {NoAnswer};
+    Dialogs.Texts = {folder.Path() + "SITE.FTF"};
+    Press(Quintave.CommandTemplate);
+    ExpectResetQuestion();
+    ExpectEmptied();
+}
+
+TEST_F(TemplateCommand, KeepsThePrintLayoutThatTheUserChose) {
+    Start(Fields);
+    SetCaption(Quintave.PrintFrameIndent, "Section/Field Nested Indents");
+    SetCaption(Quintave.PrintFrameToggler, "Data Start on Line Below Title");
+    Dialogs.Texts = {folder.Path() + "SITE.FTF"};
+    Press(Quintave.CommandTemplate);
+    EXPECT_EQ(Quintave.PrintFrameIndent.Caption, "Section/Field Nested Indents");
+    EXPECT_EQ(Quintave.PrintFrameToggler.Caption, "Data Start on Line Below Title");
 }
 
 TEST_F(TemplateCommand, AnEmptyTemplateShowsItsOneRow) {

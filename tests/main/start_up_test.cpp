@@ -1,6 +1,7 @@
 // Start-up: the resource directory, the resource table, the start-up frame and the first activation.
 #include "main/start_up.h"
 
+#include "help/help_window.h"
 #include "main/session.h"
 #include "platform/clock.h"
 #include "platform/files.h"
@@ -258,6 +259,12 @@ TEST_F(StartUpTest, TheStartUpFrameIsShownFirst) {
     EXPECT_EQ(ActiveList, 0);
     EXPECT_EQ(FileMark, "FirstLoad");
     EXPECT_EQ(Focused(), nullptr);
+}
+
+TEST_F(StartUpTest, NoHelpWindowIsOpen) {
+    Start({OneField});
+    EXPECT_FALSE(Help.HelpForm.Visible);
+    EXPECT_EQ(Quintave.helpline.Tag, "0");
 }
 
 TEST_F(StartUpTest, ItTellsTodaysDateBetweenBlanks) {

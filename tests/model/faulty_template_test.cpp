@@ -227,6 +227,7 @@ class WrongHeader : public FaultyTemplate, public testing::WithParamInterface<st
 TEST_P(WrongHeader, OnTheFirstActivationEndsTheProgramAfterItsMessage) {
     WriteTable();
     folder.Write("SITE.FTF", GetParam());
+    folder.Write("LST00001.XXX", "left behind by a crash");
     StartUp();
     ExpectWrongHeader();
     EXPECT_TRUE(ProgramEnded());
@@ -303,6 +304,31 @@ TEST_F(FaultyTemplate, AFileThatCannotBeReadIsToldByTheTemplateCommand) {
     Pick("gone/new.ftf");
     ExpectUnreadableTemplate("new.ftf", "76 - Path not found");
     ExpectOldTemplateUsable();
+}
+
+namespace {
+
+std::size_t OpenFiles() {
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()));
+}
+
+} // namespace
+
+TEST_F(FaultyTemplate, NoFileStaysOpenAfterALoadOrAFailure) {
+    StartWithOld();
+    const std::size_t open = OpenFiles();
+    PickText(TemplateText({R"(1,30,"LIST","L","","")", "Red"}));
+    PickText("no template");
+    fs::create_directory(folder.Path() + "dir.ftf");
+    Pick("dir.ftf");
+    fs::create_directory(folder.Path() + "GRP00003.$$$");
+    PickText(TemplateText(OldTemplate));
+    EXPECT_EQ(Dialogs.Messages.size(), 4U);
+    EXPECT_EQ(OpenFiles(), open);
+    fs::remove(folder.Path() + "GRP00003.$$$");
+    PickText(TemplateText(OldTemplate));
+    EXPECT_EQ(TemplateName, "new.ftf");
+    EXPECT_EQ(OpenFiles(), open);
 }
 
 // --- Work files that cannot be written
