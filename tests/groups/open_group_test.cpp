@@ -115,6 +115,14 @@ TEST_F(OpenedGroup, AGroupWithoutMembersSaysSoAndIsNotEntered) {
     EXPECT_EQ(folder.Read("GRP00008.XXX"), StoreHeader(0, 1));
 }
 
+TEST_F(OpenedGroup, EachMembersCellsBeginBehindThoseOfTheMembersBeforeIt) {
+    OpenSamples({Sample("")});
+    for (const auto &[row, member, cell] : {std::tuple{Depth, 3, 1}, {Rock, 4, 9}, {Remark, 5, 14}}) {
+        EXPECT_EQ(RowField[row], member);
+        EXPECT_EQ(GroupSlot[row][SlotFirstCell], cell);
+    }
+}
+
 TEST_F(OpenedGroup, AListMemberShowsItsStoredChoiceAsSelected) {
     OpenSamples({Sample("", "Clay"), Sample("", "Yello"), Sample("", "Slate"), Sample("")});
     Select(Rock);
@@ -382,6 +390,23 @@ TEST_F(OpenedGroup, ASaveFromInsideWritesTheOccurrenceOnScreen) {
                      R"(1,-9,"Last","REPEATING GROUP, Occurrence #1")", R"(1,-99,"END REPEATING GROUP","")"}));
     EXPECT_EQ(ActiveList, 0);
     EXPECT_EQ(CurrentField, PlaceRow);
+}
+
+namespace {
+
+class GroupWithHeadings : public ScreenTest {};
+
+} // namespace
+
+TEST_F(GroupWithHeadings, HeadingsInsideTakeNoRowAndNoCells) {
+    Start({Element(1, 2, "GROUP START", "G"), Element(2, 4, "TEXT", "One"), Element(2, -1, "", "Part"),
+           Element(3, 9, "NUMBER", "Odd"), Element(3, 0, "", "Heading"), Element(3, 3, "TEXT", "Two"),
+           Element(1, 0, "GROUP END", "")});
+    folder.Write("GRP00001.XXX", Store(7, {"onetwo!"}));
+    Open(0);
+    EXPECT_THAT(Quintave.List1[GroupList].Rows, ElementsAre(RowOf("One", "onet"), RowOf("Two", "wo!")));
+    Select(1);
+    EXPECT_EQ(Quintave.Text1[4].Text, "wo!");
 }
 
 TEST_F(OpenedGroup, ClosingTheWindowCommitsTheOpenEditAndAsks) {

@@ -82,7 +82,8 @@ protected:
     }
 
     // Replaces the text of a box; the edit stays open for the next command to commit, or ends with Ctrl+Enter.
-    void EditBox(std::size_t member) {
+    void EditBox() {
+        const std::size_t member = Below(2) * 2;
         Open(static_cast<Integer>(member));
         Control &box = member == 0 ? Quintave.Text1[4] : Quintave.Text1[6];
         const std::string text = RandomText(Cells[member] + 2);
@@ -142,25 +143,22 @@ protected:
 
     void Step() {
         pending = false;
-        const std::size_t kind = Below(200);
-        if (kind < 70)
-            Move();
-        else if (kind < 85)
-            Jump();
-        else if (kind < 105)
-            Insert();
-        else if (kind < 122)
-            Delete();
-        else if (kind < 150)
-            EditBox(Below(2) * 2);
-        else if (kind < 170)
-            Choose();
-        else if (kind < 180)
-            DeleteValue();
-        else if (kind < 198)
-            LeaveAndReenter();
-        else
+        if (Below(500) == 0) { // a report is written to the disk, which takes its time
             SaveAndLoad();
+            return;
+        }
+        // Each kind up to its share of 200.
+        const std::array<std::pair<std::size_t, void (RandomWalk::*)()>, 7> kinds{{{70, &RandomWalk::Move},
+                                                                                   {85, &RandomWalk::Jump},
+                                                                                   {105, &RandomWalk::Insert},
+                                                                                   {122, &RandomWalk::Delete},
+                                                                                   {150, &RandomWalk::EditBox},
+                                                                                   {180, &RandomWalk::Choose},
+                                                                                   {190, &RandomWalk::DeleteValue}}};
+        const std::size_t kind = Below(200);
+        for (const auto &[end, run] : kinds)
+            if (kind < end) return (this->*run)();
+        LeaveAndReenter();
     }
 
     // Comparison
