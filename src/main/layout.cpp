@@ -9,7 +9,8 @@ namespace {
 
 constexpr int ListColumns = 65; // the longest row, 63 dashes and blanks, and the scroll bar
 constexpr int ListLines = 8;    // the fewest that are still a list
-constexpr int EntryLines = 8;   // room below the list for the box or the choices of the selected row
+constexpr int EntryLines = 10;  // room below the list for the box or the choices of the selected row
+constexpr int ChoiceLines = 6;  // leaves room for the box of another value below the choices
 constexpr int Filling = 1000;   // share of a part beside which a Space gets nothing
 constexpr int SectionLines = 5; // section, heading, heading in a heading ...
 constexpr int SectionColumns = 26;
@@ -73,8 +74,8 @@ Place SidePanel() {
 // One of these is shown at a time, two for an open choice list; what is left over stays empty below them.
 Place EntryArea() {
     return Column({One(Q.Text1[1], 0, 1), One(Q.Text1[2], 0, 3), One(Q.Text1[3], 0, 0, Filling), One(Q.Text1[4], 0, 1),
-                   One(Q.Text1[5], 0, 3), One(Q.Text1[6], 0, 0, Filling), One(Q.List2[0], 0, 0, Filling),
-                   One(Q.List2[GroupList], 0, 0, Filling), One(Q.Text2[2], 0, 1), One(Q.Text2[5], 0, 1), Space()},
+                   One(Q.Text1[5], 0, 3), One(Q.Text1[6], 0, 0, Filling), One(Q.List2[0], 0, ChoiceLines),
+                   One(Q.List2[GroupList], 0, ChoiceLines), One(Q.Text2[2], 0, 1), One(Q.Text2[5], 0, 1), Space()},
                   0, EntryLines);
 }
 

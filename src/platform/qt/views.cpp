@@ -193,6 +193,12 @@ protected:
         Report([&] { UserSelects(of, ToInteger(current.row())); });
     }
 
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override {
+        // From no row at all the toolkit goes to the first one by every key.
+        if (action == MoveEnd && !currentIndex().isValid()) return rows->index(rows->rowCount() - 1);
+        return QListView::moveCursor(action, modifiers);
+    }
+
     void keyPressEvent(QKeyEvent *event) override {
         const Integer keyCode = KeyCodeOf(*event);
         const bool moves = keyCode >= PageUpKey && keyCode <= DownArrowKey;
@@ -384,6 +390,7 @@ public:
         setOrientation(Qt::Horizontal);
         setFocusPolicy(Qt::StrongFocus);
         setMinimum(1);
+        setPageStep(1);
         connect(this, &QScrollBar::valueChanged, this, [this](int value) {
             if (!IsShowingChanges() && value != of.Value) Report([&] { UserScrolls(of, ToInteger(value)); });
         });
@@ -397,7 +404,14 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override {
-        if (ReportKey(of, *event)) QScrollBar::keyPressEvent(event);
+        if (!ReportKey(of, *event)) return;
+        // The toolkit's scroll bars, which never have the focus, take these two keys the other way round.
+        if (event->key() == Qt::Key_Left)
+            triggerAction(SliderSingleStepSub);
+        else if (event->key() == Qt::Key_Right)
+            triggerAction(SliderSingleStepAdd);
+        else
+            QScrollBar::keyPressEvent(event);
     }
 };
 
@@ -511,6 +525,8 @@ void SetLeastSize(QWidget &widget, const Control &control, int columns, int line
     if (lines <= 0) return;
     widget.setMinimumHeight(metrics.lineSpacing() * lines + frame);
     if (control.Type == Kind::TextBox) widget.setFixedHeight(metrics.lineSpacing() * lines + frame + 2);
+    // A choice must stay under the pointer for a double-click while the box for another value opens below the list.
+    if (control.Type == Kind::List && columns == 0) widget.setFixedHeight(widget.minimumHeight());
 }
 
 QString ObjectName(const Control &control) {

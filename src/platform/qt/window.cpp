@@ -1,7 +1,6 @@
 // The main window (window.h). What each kind of control looks like: views.cpp.
 #include "platform/qt/window.h"
 
-#include "platform/codepage.h"
 #include "platform/front.h"
 #include "platform/qt/icon.h"
 #include "platform/qt/views.h"
@@ -165,7 +164,7 @@ void ShowControl(Control &control) {
 // The program sets tags as it goes; they are shown to programs that look at the window from outside.
 void ShowTags() {
     for (const auto &[control, view] : Views) {
-        const QString tag = QString::fromStdString(ToUtf8(control->Tag));
+        const QString tag = QString::fromStdString(control->Tag);
         if (view.Widget->property("tag") != tag) view.Widget->setProperty("tag", tag);
     }
 }
