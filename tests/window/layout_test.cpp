@@ -127,6 +127,17 @@ TEST_F(Layout, TheFieldListStaysWhereItIsWhileRowsAreSelected) {
     }
 }
 
+// The second click of a double-click on "OTHER..." must still find it.
+TEST_F(Layout, TheChoicesStayWhereTheyAreWhenTheOtherBoxOpens) {
+    Start(AllKinds());
+    ClickRow(Fields(), ColourRow);
+    const QRect before = Choices().geometry();
+    EXPECT_GE(Choices().viewport()->height(), 5 * Choices().visualRect(Choices().model()->index(0, 0)).height());
+    ClickRow(Choices(), 4);
+    ASSERT_TRUE(Named("Text2_2").isVisible());
+    EXPECT_EQ(Choices().geometry(), before);
+}
+
 TEST_F(Layout, ARowOfDashesIsShownWhole) {
     Start(AllKinds());
     MainWindow()->resize(MainWindow()->minimumSizeHint());

@@ -1,0 +1,329 @@
+// Text boxes of the real window: typing, pasting, dropping, input methods, limits.
+#include "window/window_test.h"
+
+#include "platform/qt/window.h"
+#include "window/templates.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDropEvent>
+#include <QInputMethodEvent>
+#include <QMimeData>
+#include <QTest>
+
+namespace {
+
+const SeenBox BarRefused{
+    "Quintave", "'|' is a reserved character in Quintave and is not allowed as input. Please choose another character.",
+    QMessageBox::NoIcon, QMessageBox::Ok, QMessageBox::Ok};
+const SeenBox QuoteRefused{
+    "Quintave",
+    "the 'double quote' or 'seconds' symbol is a reserved character in Quintave and is not allowed as input. Please "
+    "choose another character or spell out the appropriate word.",
+    QMessageBox::NoIcon, QMessageBox::Ok, QMessageBox::Ok};
+const SeenBox Replaced{
+    "Quintave", "Some of the characters you entered can not be stored in a Quintave file and were replaced by '?'.",
+    QMessageBox::NoIcon, QMessageBox::Ok, QMessageBox::Ok};
+
+void Commit(const QString &text) {
+    QInputMethodEvent event;
+    event.setCommitString(text);
+    QCoreApplication::sendEvent(QApplication::focusWidget(), &event);
+    Settle();
+}
+
+void PasteText(const QString &text) {
+    QApplication::clipboard()->setText(text);
+    Ctrl('V');
+}
+
+void Drop(QPlainTextEdit &box, const QString &text) {
+    QMimeData data;
+    data.setText(text);
+    const QPoint at = box.viewport()->rect().center();
+    QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(box.viewport(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(box.viewport(), &drop);
+    Settle();
+}
+
+class TextBoxes : public WindowTest {
+protected:
+    // The value of a row as it is stored: bytes of the code page.
+    static std::string Stored(int row) { return RowValue[static_cast<Integer>(row)]; }
+
+    void Open(int row) {
+        Start(AllKinds());
+        DoubleClickRow(Fields(), row);
+    }
+
+    static void CommitEdit() { Key(Qt::Key_Return, Qt::ControlModifier, "\r"); }
+};
+
+// Ways by which a text comes into a box without keys.
+struct Way {
+    const char *Name;
+    void (*Put)(const QString &text);
+};
+
+const Way Ways[] = {
+    {"Paste", PasteText},
+    {"Drop", [](const QString &text) { Drop(dynamic_cast<QPlainTextEdit &>(*QApplication::focusWidget()), text); }},
+    {"InputMethod", Commit},
+};
+
+class ForeignText : public TextBoxes, public testing::WithParamInterface<Way> {};
+
+} // namespace
+
+TEST_F(TextBoxes, TypingABarOrAQuoteIsRefusedAndChangesNothing) {
+    Open(TitleRow);
+    Type("ab");
+    Dialogs.Press(QMessageBox::Ok);
+    Type("|");
+    EXPECT_EQ(Dialogs.Boxes.back(), BarRefused);
+    Dialogs.Press(QMessageBox::Ok);
+    Type("\"");
+    EXPECT_EQ(Dialogs.Boxes.back(), QuoteRefused);
+    EXPECT_EQ(Box().toPlainText(), "ab");
+}
+
+TEST_F(TextBoxes, ALetterOutsideTheCodePageIsRefusedByItself) {
+    Open(TitleRow);
+    Dialogs.Press(QMessageBox::Ok);
+    Type("Ω");
+    EXPECT_EQ(Dialogs.Boxes.back(),
+              (SeenBox{"Quintave",
+                       "'Ω' can not be stored in a Quintave file and is not allowed as input. Please choose another "
+                       "character.",
+                       QMessageBox::NoIcon, QMessageBox::Ok, QMessageBox::Ok}));
+    EXPECT_EQ(Box().toPlainText(), "");
+}
+
+TEST_F(TextBoxes, LettersOfTheCodePageAreTypedAndStored) {
+    Open(TitleRow);
+    Type("Größe €");
+    CommitEdit();
+    EXPECT_EQ(Stored(TitleRow), "Gr\xF6\xDF"
+                                "e \x80");
+    EXPECT_EQ(RowText(Fields(), TitleRow), " Title                     | Größe €");
+}
+
+TEST_F(TextBoxes, TheLimitCutsAtOnceAndTheCaretStays) {
+    Start({R"(1,5,"TEXT","A","","")"});
+    DoubleClickRow(Fields(), 0);
+    Type("abcdef");
+    EXPECT_EQ(Box().toPlainText(), "abcde");
+    EXPECT_EQ(Box().textCursor().position(), 5);
+    Key(Qt::Key_Home);
+    Key(Qt::Key_Right);
+    Type("X");
+    EXPECT_EQ(Box().toPlainText(), "aXbcd");
+    EXPECT_EQ(Box().textCursor().position(), 2);
+}
+
+TEST_F(TextBoxes, TheLimitCountsALineBreakAsTwoCharacters) {
+    Start({R"(2,20,"GROUP START","Samples","","")", R"(3,6,"MEMO","Log","","")", R"(2,1,"GROUP END","","","")"});
+    DoubleClickRow(Fields(), 0);
+    DoubleClickRow(The<QListView>("List1_3"), 0);
+    Type("ab\ncdef");
+    EXPECT_EQ(Box("Text1_6").toPlainText(), "ab\ncd");
+}
+
+TEST_F(TextBoxes, EnterInATextBoxCommitsAndSelectsTheNextRow) {
+    Open(TitleRow);
+    Type("Wells\n");
+    EXPECT_EQ(Stored(TitleRow), "Wells");
+    EXPECT_EQ(SelectedRow(Fields()), 1);
+    EXPECT_EQ(FocusName(), "List1_0");
+}
+
+TEST_F(TextBoxes, EnterOnTheLastRowKeepsItSelected) {
+    Start(TextRows({"A"}));
+    DoubleClickRow(Fields(), 0);
+    Type("x\n");
+    EXPECT_EQ(SelectedRow(Fields()), 0);
+    EXPECT_EQ(RowText(Fields(), 0), " A                         | x");
+    EXPECT_EQ(FocusName(), "List1_0");
+}
+
+TEST_F(TextBoxes, EnterInAMemoIsALineBreakAndCtrlEnterCommits) {
+    Open(NotesRow);
+    Type("one\ntwo\n");
+    EXPECT_EQ(Box("Text1_3").toPlainText(), "one\ntwo\n");
+    EXPECT_EQ(FocusName(), "Text1_3");
+    Type("three");
+    CommitEdit();
+    EXPECT_EQ(Stored(NotesRow), "one\r\ntwo\r\nthree");
+    EXPECT_EQ(SelectedRow(Fields()), NotesRow + 1);
+    EXPECT_EQ(FocusName(), "List1_0");
+}
+
+TEST_F(TextBoxes, CtrlEnterCommitsInEveryBox) {
+    Open(AbstractRow);
+    Type("text");
+    CommitEdit();
+    EXPECT_EQ(Stored(AbstractRow), "text");
+    DoubleClickRow(Fields(), ColourRow);
+    DoubleClickRow(Choices(), 4);
+    EXPECT_EQ(FocusName(), "Text2_2");
+    Type("teal");
+    CommitEdit();
+    EXPECT_EQ(Stored(ColourRow), "teal");
+}
+
+TEST_F(TextBoxes, ARowWithLineBreaksIsDrawnOnOneLine) {
+    Open(NotesRow);
+    Type("one\ntwo");
+    CommitEdit();
+    EXPECT_EQ(RowText(Fields(), NotesRow), " Notes                     | one two");
+    EXPECT_EQ(Fields().visualRect(Fields().model()->index(NotesRow, 0)).height(),
+              Fields().visualRect(Fields().model()->index(TitleRow, 0)).height());
+    EXPECT_EQ(Quintave.List1[0].Rows[NotesRow], " Notes                     | one\r\ntwo");
+}
+
+TEST_F(TextBoxes, NoBreakSpacesAreKept) {
+    Open(TitleRow);
+    Type(QString("a\u00A0b"));
+    PasteText(QString("\u00A0c"));
+    CommitEdit();
+    EXPECT_EQ(Stored(TitleRow), "a\xA0"
+                                "b\xA0"
+                                "c");
+    // Shown again it is not turned into blanks either.
+    DoubleClickRow(Fields(), TitleRow);
+    Type("d");
+    CommitEdit();
+    EXPECT_EQ(Stored(TitleRow), "a\xA0"
+                                "b\xA0"
+                                "cd");
+}
+
+TEST_P(ForeignText, ABarAndQuotesVanishWhenTheBoxIsLeft) {
+    Open(TitleRow);
+    GetParam().Put("a|b \"c\"");
+    CommitEdit();
+    EXPECT_EQ(Stored(TitleRow), "ab c");
+    EXPECT_TRUE(Dialogs.Titles.empty());
+}
+
+TEST_P(ForeignText, LettersOutsideTheCodePageBecomeQuestionMarksAndAreToldOnce) {
+    Open(TitleRow);
+    Dialogs.Press(QMessageBox::Ok);
+    GetParam().Put("Ωa日本b");
+    EXPECT_EQ(Dialogs.Boxes.back(), Replaced);
+    EXPECT_EQ(Box().toPlainText(), "?a??b");
+    EXPECT_EQ(FocusName(), "Text1_1");
+    CommitEdit();
+    EXPECT_EQ(Stored(TitleRow), "?a??b");
+}
+
+TEST_P(ForeignText, LettersWrittenAsBaseAndAccentAreComposed) {
+    Open(TitleRow);
+    GetParam().Put(QString("Ha\u0308user"));
+    CommitEdit();
+    EXPECT_EQ(Stored(TitleRow), "H\xE4user");
+    EXPECT_TRUE(Dialogs.Titles.empty());
+}
+
+TEST_P(ForeignText, LineBreaksInAMemoBecomeCrLf) {
+    Open(NotesRow);
+    GetParam().Put("one\ntwo\r\nthree\rfour\tfive");
+    CommitEdit();
+    EXPECT_EQ(Stored(NotesRow), "one\r\ntwo\r\nthree\r\nfour five");
+}
+
+TEST_P(ForeignText, LineBreaksInATextBecomeOneBlank) {
+    Open(TitleRow);
+    GetParam().Put("one\r\n\ttwo\nthree");
+    EXPECT_EQ(Box().toPlainText(), "one two three");
+    CommitEdit();
+    EXPECT_EQ(Stored(TitleRow), "one two three");
+}
+
+TEST_P(ForeignText, TheLimitHoldsAndTheEntriesCountAsChanged) {
+    Open(TitleRow);
+    GetParam().Put(QString(40, 'x'));
+    EXPECT_EQ(Box().toPlainText(), QString(30, 'x'));
+    EXPECT_EQ(DataChanged, True);
+    EXPECT_EQ(The<QPushButton>("CommandAdd").text(), "^Add/Merge File");
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, ForeignText, testing::ValuesIn(Ways),
+                         [](const auto &way) { return std::string(way.param.Name); });
+
+TEST_F(TextBoxes, TextIsPastedAtTheCaretInPlaceOfTheSelection) {
+    Open(TitleRow);
+    Type("abef");
+    Key(Qt::Key_Left);
+    Key(Qt::Key_Left);
+    PasteText("cd");
+    EXPECT_EQ(Box().toPlainText(), "abcdef");
+    Key(Qt::Key_Home, Qt::ShiftModifier);
+    PasteText("X");
+    EXPECT_EQ(Box().toPlainText(), "Xef");
+    EXPECT_EQ(Box().textCursor().position(), 1);
+}
+
+TEST_F(TextBoxes, ATextDroppedIntoABoxWithoutTheFocusIsStored) {
+    Start(AllKinds());
+    EXPECT_EQ(FocusName(), "List1_0");
+    Drop(Box(), "dropped");
+    EXPECT_EQ(FocusName(), "Text1_1");
+    ClickRow(Fields(), AbstractRow);
+    EXPECT_EQ(Stored(TitleRow), "dropped");
+}
+
+TEST_F(TextBoxes, OneLetterCommittedByAnInputMethodIsLikeAKey) {
+    Open(TitleRow);
+    Commit("ä");
+    EXPECT_EQ(Box().toPlainText(), "ä");
+    Dialogs.Press(QMessageBox::Ok);
+    Commit("|");
+    EXPECT_EQ(Dialogs.Boxes.back(), BarRefused);
+    EXPECT_EQ(Box().toPlainText(), "ä");
+}
+
+TEST_F(TextBoxes, CopyCutAndUndoStayWithTheToolkit) {
+    Open(TitleRow);
+    Type("abc");
+    Key(Qt::Key_Home, Qt::ShiftModifier);
+    Ctrl('C');
+    EXPECT_EQ(QApplication::clipboard()->text(), "abc");
+    Ctrl('X');
+    EXPECT_EQ(Box().toPlainText(), "");
+    Ctrl('Z');
+    EXPECT_EQ(Box().toPlainText(), "abc");
+    CommitEdit();
+    EXPECT_EQ(Stored(TitleRow), "abc");
+}
+
+TEST_F(TextBoxes, FormattedTextIsPastedAsPlainText) {
+    Open(TitleRow);
+    auto *const data = new QMimeData;
+    data->setHtml("<b>bold</b>");
+    data->setText("bold");
+    QApplication::clipboard()->setMimeData(data);
+    Ctrl('V');
+    EXPECT_EQ(Box().toPlainText(), "bold");
+}
+
+TEST_F(TextBoxes, TheMouseMovesTheCaret) {
+    Open(TitleRow);
+    Type("abcdef");
+    QTest::mouseClick(Box().viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(1, Box().viewport()->height() / 2));
+    Type("X");
+    EXPECT_EQ(Box().toPlainText(), "Xabcdef");
+}
+
+TEST_F(TextBoxes, DeleteAndBackspaceEditALineBreakAsOne) {
+    Open(NotesRow);
+    Type("a\nb");
+    Key(Qt::Key_Left);
+    Key(Qt::Key_Backspace, Qt::NoModifier, "\b");
+    EXPECT_EQ(Box("Text1_3").toPlainText(), "ab");
+    CommitEdit();
+    EXPECT_EQ(Stored(NotesRow), "ab");
+}
