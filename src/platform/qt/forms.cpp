@@ -12,13 +12,14 @@
 #include <QPointer>
 #include <QScreen>
 
+#include <cmath>
 #include <map>
 #include <memory>
 #include <vector>
 
 namespace {
 
-constexpr long TwipsPerInch = 1440;
+constexpr int TwipsPerInch = 1440;
 
 class FormWindow : public QWidget {
 public:
@@ -77,7 +78,7 @@ ScreenTwips ScreenSize() {
     const QScreen *const screen = QGuiApplication::primaryScreen();
     const QSize size = screen->size();
     const double dpi = screen->logicalDotsPerInch();
-    const auto twips = [&](int pixels) { return static_cast<long>(pixels * TwipsPerInch / dpi); };
+    const auto twips = [&](int pixels) { return std::lround(pixels * double{TwipsPerInch} / dpi); };
     return {twips(size.width()), twips(size.height())};
 }
 

@@ -18,6 +18,16 @@ struct View {
 // characters and lines (0: its own).
 View MakeView(Control &control, QWidget *parent, int columns, int lines);
 
+// A view of a widget that refreshes itself.
+template <class Widget> View ViewOf(Widget *widget) {
+    return {widget, [widget](unsigned aspects) { widget->Refresh(aspects); }};
+}
+
+// The views of lists, combo boxes and text boxes (lines: as in MakeView).
+View MakeListView(Control &control, QWidget *parent);
+View MakeComboView(Control &control, QWidget *parent);
+View MakeTextView(Control &control, QWidget *parent, int lines);
+
 // Runs a report of the user's act and shows what changed by it (window.cpp).
 void Report(const std::function<void()> &act);
 
