@@ -92,6 +92,5 @@ TEST(Includes, HeadersMakeNoCircle) {
         finished.insert(header);
         return false;
     };
-    for (const auto &[file, ignored] : includes)
-        EXPECT_FALSE(IsHeader(file) && circular(file)) << file;
+    for (const auto &[file, ignored] : includes) EXPECT_FALSE(IsHeader(file) && circular(file)) << file;
 }

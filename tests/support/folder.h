@@ -1,4 +1,5 @@
-// A folder of a test's own under the system's temporary one, gone when the test is over; and files in it by their bytes.
+// A folder of a test's own under the system's temporary one, gone when the test is over; and files in it by their
+// bytes.
 #pragma once
 
 #include <cstdlib>
