@@ -122,6 +122,7 @@ def main():
         leave_start(desk)
         desk.picture("empty")
         fill(desk)
+        desk.go_to("Fields", "Abstract")
         desk.picture("filled")
         save(desk)
         print_to_file(desk)

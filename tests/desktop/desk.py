@@ -446,15 +446,19 @@ class Desk:
 
         "" when the box has no icon.
         """
+        found = Counter(hue_name(*bytes.fromhex(pixel)) for pixel in self.icon_pixels())
+        found.pop("", None)
+        return found.most_common(1)[0][0] if found else ""
+
+    def icon_pixels(self):
+        """The pixels of the open message box's icon, row by row, each as RRGGBB; none when there is no icon."""
         images = [node for node in self._box().walk() if node.role == "image"]
         if not images:
-            return ""
+            return []
         x, y, width, height = (round(number * self.scale) for number in images[0].extents)
         shown = self.display.run("import", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "-depth", "8",
                                  "txt:-")
-        found = Counter(hue_name(*bytes.fromhex(pixel)) for pixel in re.findall(r"#([0-9A-F]{6})", shown))
-        found.pop("", None)
-        return found.most_common(1)[0][0] if found else "grey"
+        return re.findall(r"#([0-9A-F]{6})", shown)
 
     def wait_message(self, title=None, timeout=10):
         """Waits for a message box (of this title) and returns it."""

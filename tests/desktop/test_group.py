@@ -136,6 +136,20 @@ class Group(DesktopTest):
             self.enter_group(desk)
             self.assert_shown(desk, "1", "1 m")
 
+    def test_delete_asks_on_a_field_and_informs_on_a_group(self):
+        with self.desk() as desk:
+            start_entry(desk)
+            fill(desk, "Title", "Fens")
+            icons = []
+            for title in ("Title", "Samples"):
+                desk.go_to("Fields", title)
+                desk.key("Delete")
+                desk.wait_message("DELETING FIELD DATA")
+                icons.append((desk.icon(), desk.icon_pixels()))
+                desk.key("Tab", "space")  # No, or the only button
+            self.assertEqual([colour for colour, _ in icons], ["blue", "blue"])
+            self.assertNotEqual(*[pixels for _, pixels in icons])
+
 
 def occurrence(desk):
     """The number that the selector of the open group shows."""

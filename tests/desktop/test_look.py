@@ -9,12 +9,13 @@ from case import DesktopTest, fill, start_entry
 from desk import ROOT
 
 OUT = ROOT / "out/look"
-KINDS = ((1, False), (1, True), (1.5, False), (2, False), (2, True))  # scale, dark
 SMALL_SCREEN, LARGE_SCREEN = (1280, 1024), (2560, 2048)
 BUTTON_FRAME = 8
 
 
-class Look(DesktopTest):
+class Look:
+    """What is looked at in each of the kinds at the end of this file."""
+
     NAME = "LOOK.FTF"
     TEMPLATE = (
         '1,-1,"","Identification of the data set","",""',
@@ -42,17 +43,16 @@ class Look(DesktopTest):
         (folder / "TITLE.HLP").write_bytes(b"Help.\r\n")
         return folder
 
-    def each_kind(self):
-        for scale, dark in KINDS:
-            kind = f"{'dark' if dark else 'light'}-{scale}"
-            screen = SMALL_SCREEN if scale == 1 else LARGE_SCREEN
-            with self.subTest(kind), self.desk(scale=scale, dark=dark, size=screen) as desk:
-                yield desk, kind
+    def open(self):
+        return self.desk(scale=self.SCALE, dark=self.DARK, size=SMALL_SCREEN if self.SCALE == 1 else LARGE_SCREEN)
 
-    def check(self, desk, kind, state):
+    def picture(self, desk, state):
+        desk.screenshot(OUT / f"{state}-{'dark' if self.DARK else 'light'}-{self.SCALE}.png")
+
+    def check(self, desk, state):
         """One state of the window: picture, places, room for texts, names."""
         desk.settle()
-        desk.screenshot(OUT / f"{state}-{kind}.png")
+        self.picture(desk, state)
         window = desk.app.children[0]
         shown = [(node, node.role, node.extents) for node in window.walk()]
         with self.subTest(state):
@@ -65,69 +65,69 @@ class Look(DesktopTest):
                 self.assertTrue(0 <= x and x + width <= SMALL_SCREEN[0] and 0 <= y and y + height <= SMALL_SCREEN[1])
 
     def test_the_start_up_frame(self):
-        for desk, kind in self.each_kind():
-            self.check(desk, kind, "start")
+        with self.open() as desk:
+            self.check(desk, "start")
 
     def test_the_entry_controls_of_every_type(self):
-        for desk, kind in self.each_kind():
+        with self.open() as desk:
             start_entry(desk)
-            self.check(desk, kind, "text-empty")
+            self.check(desk, "text-empty")
             fill(desk, "Title", "A title of sixty characters, no more and not a single one les")
             desk.go_to("Fields", "Title")
             desk.key("Enter")
-            self.check(desk, kind, "text")
+            self.check(desk, "text")
             desk.key("Enter")
             fill(desk, "Abstract", "\n".join(f"Line {number}" for number in range(1, 13)), "ctrl+Enter")
             desk.go_to("Fields", "Abstract")
             desk.key("Enter")
-            self.check(desk, kind, "memo")
+            self.check(desk, "memo")
             desk.key("ctrl+Enter")
-            self.instances(desk, kind)
-            self.choices(desk, kind)
+            self.instances(desk)
+            self.choices(desk)
 
-    def instances(self, desk, kind):
+    def instances(self, desk):
         fill(desk, "Keyword", "rivers")
         desk.go_to("Fields", "Keyword")
         desk.tab_to("Add instance")
         desk.key("space")
         desk.type("fens")
         desk.tab_to("Instance shown")
-        self.check(desk, kind, "instances")
+        self.check(desk, "instances")
 
-    def choices(self, desk, kind):
+    def choices(self, desk):
         desk.tab_to("Fields")
         desk.go_to("Fields", "Kind")
         desk.type("o")
         desk.wait_focus("Other value")
         desk.type("Poems")
-        self.check(desk, kind, "other")
+        self.check(desk, "other")
         desk.key("Enter")
         desk.wait_focus("Fields")
         desk.go_to("Fields", "Long choices")
         desk.key("Enter", "Down", "Down")
-        self.check(desk, kind, "choices")
+        self.check(desk, "choices")
 
     def test_an_open_group(self):
-        for desk, kind in self.each_kind():
+        with self.open() as desk:
             start_entry(desk)
             desk.key("End", "Enter")
             desk.wait_focus("Group fields")
-            self.check(desk, kind, "group")
+            self.check(desk, "group")
             fill(desk, "Depth", "1 m", fields="Group fields")
             fill(desk, "Notes", "wet\ncold", "ctrl+Enter", "Group fields")
             desk.key("Enter")
-            self.check(desk, kind, "group-choices")
+            self.check(desk, "group-choices")
             desk.type("o")
             desk.wait_focus("Other value")
-            self.check(desk, kind, "group-other")
+            self.check(desk, "group-other")
 
     def test_a_message_box(self):
-        for desk, kind in self.each_kind():
+        with self.open() as desk:
             start_entry(desk)
             fill(desk, "Title", "a")
             desk.key("ctrl+q")
             desk.wait_message()
-            desk.screenshot(OUT / f"message-{kind}.png")
+            self.picture(desk, "message")
             box = desk.app.children[-1]
             shown = [(node, node.role, node.extents) for node in box.walk()]
             self.assertEqual(outside(shown, box.extents), [])
@@ -156,13 +156,13 @@ def overlapping(shown):
 def cut_texts(desk, shown):
     """The buttons and labels that have less room than their text takes, as the picture drawer measures it.
 
-    Sizes of controls are in pixels before scaling. A text that does not fit its width may go on in further lines.
+    The help line is left out: its name is not its text. Sizes of controls are in pixels before scaling. A text that does not fit its width may go on in further lines.
     """
     found = []
     for node, role, (_, _, width, height) in shown:
-        text = node.name
-        if role not in ("button", "label") or not text.strip() or text == "Help line":
+        if role not in ("button", "label") or not node.name.strip() or node.name == "Help line":
             continue
+        text = ("^" if node.description.startswith("Ctrl+") else "") + node.name  # as the key stands in the caption
         needed, line = text_size(desk, text)
         lines_there = max(1, round(height / line)) if role == "label" else 1
         room = width * lines_there - (BUTTON_FRAME if role == "button" else 0)
@@ -182,6 +182,26 @@ def text_size(desk, text):
                                  f"label:{text.strip().replace('%', '%%')}", "-format", "%w %h", "info:")
         MEASURED[text] = tuple(int(number) for number in drawn.split())
     return MEASURED[text]
+
+
+class LightAtScale1(Look, DesktopTest):
+    SCALE, DARK = 1, False
+
+
+class DarkAtScale1(Look, DesktopTest):
+    SCALE, DARK = 1, True
+
+
+class LightAtScale1AndAHalf(Look, DesktopTest):
+    SCALE, DARK = 1.5, False
+
+
+class LightAtScale2(Look, DesktopTest):
+    SCALE, DARK = 2, False
+
+
+class DarkAtScale2(Look, DesktopTest):
+    SCALE, DARK = 2, True
 
 
 if __name__ == "__main__":
