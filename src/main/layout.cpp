@@ -108,4 +108,6 @@ Place PrintPanel() {
 
 } // namespace
 
-Place MainLayout() { return Column({Pages({StartFrame(), EntryFrame(), PrintPanel()}, 1), One(Q.Timer1)}); }
+Place MainLayout() {
+    return Column({Pages({StartFrame(), EntryFrame(), PrintPanel()}, 1), One(Q.Dir1), One(Q.Timer1)});
+}

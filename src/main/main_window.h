@@ -34,6 +34,7 @@ struct QuintaveForm {
     Control DateLabel{.Type = Kind::Label, .Name = "DateLabel"};
     Control LogoOff{.Type = Kind::Button, .Name = "LogoOff", .Caption = "Use Quintave"};
     Control LogoQuit{.Type = Kind::Button, .Name = "LogoQuit", .Caption = "QUIT"};
+    Control Dir1{.Type = Kind::List, .Name = "Dir1", .Visible = false, .TakesFocus = false}; // its tag is its path
     Control Timer1{.Type = Kind::Timer, .Name = "Timer1", .Enabled = false};
 
     // Entry screen

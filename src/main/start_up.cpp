@@ -78,7 +78,8 @@ void ReadTable() {
 } // namespace
 
 bool LoadMainWindow(const StartArguments &arguments) {
-    ReportFileDir = CurrentDirectory();
+    Quintave.Dir1.Tag = CurrentDirectory();
+    ReportFileDir = Quintave.Dir1.Tag;
     ResourceDir = arguments.Resources.empty() ? ReportFileDir : WithSeparator(arguments.Resources);
     ReportArgument = arguments.Report;
     FillPrintLists();
