@@ -169,6 +169,8 @@ TEST_F(Controls, EveryControlHasAWidgetOfItsNameAndKind) {
     EXPECT_EQ(The<QScrollBar>("FIScroll").orientation(), Qt::Horizontal);
     EXPECT_EQ(The<QScrollBar>("FIScroll").minimum(), 1);
     EXPECT_FALSE(Named("SizerTest").isVisible());
+    EXPECT_FALSE(Named("Dir1").isVisible());
+    EXPECT_EQ(Named("Dir1").property("tag").toString().toStdString(), folder.Path());
     EXPECT_FALSE(Named("Timer1").isVisible());
 }
 

@@ -4,6 +4,7 @@
 #include "platform/qt/window.h"
 #include "window/templates.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QDropEvent>
@@ -326,4 +327,21 @@ TEST_F(TextBoxes, DeleteAndBackspaceEditALineBreakAsOne) {
     EXPECT_EQ(Box("Text1_3").toPlainText(), "ab");
     CommitEdit();
     EXPECT_EQ(Stored(NotesRow), "ab");
+}
+
+// A screen reader edits a box without giving it the focus first.
+TEST_F(TextBoxes, ATextPutInByAScreenReaderIsStored) {
+    Start(AllKinds());
+    QAccessibleInterface *const box = QAccessible::queryAccessibleInterface(&Box());
+    ASSERT_NE(box, nullptr);
+    ASSERT_NE(box->editableTextInterface(), nullptr);
+    box->editableTextInterface()->insertText(0, "spoken");
+    ClickRow(Fields(), AbstractRow);
+    EXPECT_EQ(Stored(TitleRow), "spoken");
+}
+
+TEST_F(TextBoxes, WhatAScreenReaderPutsInOutsideTheCodePageDoesNotStayOnTheScreen) {
+    Open(TitleRow);
+    QAccessible::queryAccessibleInterface(&Box())->editableTextInterface()->insertText(0, "Ω");
+    EXPECT_EQ(Box().toPlainText(), "?");
 }
