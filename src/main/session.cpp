@@ -39,7 +39,8 @@ void EmptyRows() {
 
 // Every group back to one blank occurrence, every list to no choice.
 void EmptyElements() {
-    for (Integer e = 1; e <= NumFields && e > 0; ++e) {
+    for (int number = 1; number <= NumFields; ++number) {
+        const Integer e = ToInteger(number);
         FieldInfo[e][Choice] = IsList(e) ? Integer{-1} : Integer{0};
         if (!IsGroupStart(e)) continue;
         try {

@@ -92,6 +92,7 @@ TEST_F(StartUpTest, ATableInTheCurrentDirectoryIsUsedWithoutAQuestion) {
     EXPECT_TRUE(LoadMainWindow({}));
     EXPECT_EQ(ResourceDir, CurrentDirectory());
     EXPECT_EQ(ReportFileDir, CurrentDirectory());
+    EXPECT_EQ(Quintave.Dir1.Tag, CurrentDirectory());
     EXPECT_THAT(Dialogs.Asked, IsEmpty());
     EXPECT_THAT(Dialogs.Messages, IsEmpty());
 }

@@ -211,9 +211,12 @@ TEST_F(Files, RefusedReadsHaveTheirErrors) {
     EXPECT_EQ(ErrorIn([&] { ReadFile(At(tooLong)); }), BadFileName);
     EXPECT_EQ(ErrorIn([&] { ReadFile(At("a") + std::string("\0b", 2)); }), BadFileName);
     EXPECT_EQ(ErrorIn([&] { ReadFile(At("mem")); }), DeviceError);
-    const rlimit none{0, 0};
+    rlimit former{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &former), 0);
+    const rlimit none{0, former.rlim_max};
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
     EXPECT_EQ(ErrorIn([&] { ReadFile(At("a")); }), TooManyFiles);
+    setrlimit(RLIMIT_NOFILE, &former);
 }
 
 TEST_F(Files, OutputReplacesAFileAtOnce) {
