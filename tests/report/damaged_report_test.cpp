@@ -1,4 +1,5 @@
 // Reports cut short or damaged in any place: one message at most, and what stood before the fault is on the screen.
+#include "support/memory_folder.h"
 #include "support/report_test.h"
 
 #include "groups/store.h"
@@ -73,7 +74,7 @@ bool EndsWithRecord(std::size_t length) {
     return next == std::string::npos || rest[next] != '"';
 }
 
-class DamagedReport : public ReportTest {
+class DamagedReport : InMemory, public ReportTest {
 protected:
     void SetUp() override { Start(Fields); }
 

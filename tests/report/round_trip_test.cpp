@@ -7,6 +7,7 @@
 // - a group all of whose occurrences are blank, unless there is just one: a block without a value changes nothing;
 // - members that are no deeper than their group: the titles above its next occurrence would be those of members;
 // - two places with one title and level that no heading above them tells apart: the first in the template gets both.
+#include "support/memory_folder.h"
 #include "support/report_test.h"
 
 #include "groups/store.h"
@@ -193,7 +194,7 @@ private:
     std::vector<Place> places;
 };
 
-class RoundTrip : public ReportTest {
+class RoundTrip : InMemory, public ReportTest {
 protected:
     void SetUp() override { Start({}); }
 
