@@ -88,6 +88,8 @@ struct Painted {
     bool Dark;
 };
 
+void PrintTo(const Painted &painted, std::ostream *out) { *out << painted.Name; }
+
 class Colours : public WindowTest {};
 
 class OnColour : public WindowTest, public testing::WithParamInterface<Painted> {};

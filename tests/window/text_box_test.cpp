@@ -69,6 +69,8 @@ struct Way {
     void (*Put)(const QString &text);
 };
 
+void PrintTo(const Way &way, std::ostream *out) { *out << way.Name; }
+
 const Way Ways[] = {
     {"Paste", PasteText},
     {"Drop", [](const QString &text) { Drop(dynamic_cast<QPlainTextEdit &>(*QApplication::focusWidget()), text); }},
