@@ -247,6 +247,6 @@ TEST_F(Controls, TagsArePropertiesOfTheWidgets) {
     EXPECT_EQ(Named("List1_3").property("tag").toString(), "-1");
     EXPECT_EQ(Named("CommandMoreHelp").property("tag").toString().toStdString(), folder.Path() + "SITE.HLP");
     ClickRow(Fields(), 1);
-    EXPECT_EQ(Named("CommandMoreHelp").property("tag").toString(), "");
+    EXPECT_EQ(Named("CommandMoreHelp").property("tag").toString().toStdString(), folder.Path());
     EXPECT_TRUE(Named("List2_0").property("tag").toString().endsWith("LST00003.XXX"));
 }
