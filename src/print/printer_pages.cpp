@@ -2,7 +2,6 @@
 #include "print/printer_pages.h"
 
 #include "model/field_model.h"
-#include "platform/codepage.h"
 #include "platform/front.h"
 #include "platform/printer.h"
 #include "print/report_layout.h"
@@ -76,7 +75,7 @@ void PrintLine(std::string_view text, Integer style) {
 }
 
 PrintSink OpenPages() {
-    OpenPrinter(NameText(ReportFileName));
+    OpenPrinter(ReportLabel());
     LeftMargin = PrinterWidth() / InchesAcross;
     TopMargin = PrinterHeight() / InchesDown;
     BottomLimit = PrinterHeight() - 2 * TopMargin;

@@ -160,8 +160,10 @@ void WrapValue(std::string_view value, double firstColumn, double firstWidth, do
     sink.PrintPiece(value.substr(std::min(lineStart, value.size())), lineColumn, true, title);
 }
 
+std::string ReportLabel() {
+    return ReportFileName.ends_with("$$$") ? "ON-SCREEN INFORMATION" : UpperCase(NameText(ReportFileName));
+}
+
 std::string ReportHeading() {
-    const std::string label =
-        ReportFileName.ends_with("$$$") ? "ON-SCREEN INFORMATION" : UpperCase(NameText(ReportFileName));
-    return PrintDate() + " [" + NameText(TemplateName) + "]; Quintave Report for " + label;
+    return PrintDate() + " [" + NameText(TemplateName) + "]; Quintave Report for " + ReportLabel();
 }

@@ -46,5 +46,8 @@ void PlaceReport(ItemInput &input, const PrintOptions &options, const PrintSink 
 void WrapValue(std::string_view value, double firstColumn, double firstWidth, double column, double width,
                const PrintSink &sink, std::string_view title);
 
+// How prints name what they show: the report's file name, or the screen.
+std::string ReportLabel();
+
 // "mm-dd-yyyy [template]; Quintave Report for label".
 std::string ReportHeading();

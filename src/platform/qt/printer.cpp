@@ -5,7 +5,7 @@
 #include "platform/qt/window.h"
 #include "platform/runtime.h"
 
-#include <QFontInfo>
+#include <QLibrary>
 #include <QPainter>
 #include <QPrinter>
 #include <QPrinterInfo>
@@ -16,6 +16,7 @@ namespace {
 
 constexpr int ColumnsPerInch = 12;
 constexpr int LinesPerInch = 6;
+constexpr int TextPoints = 10;
 
 // The job that is running; null between jobs. The printer outlives the painter.
 std::unique_ptr<QPrinter> Paper;
@@ -23,12 +24,22 @@ std::unique_ptr<QPainter> Pen;
 int Page = 0;
 double Column = 0;
 double Line = 0;
+int Ascent = 0; // from a line's top to its baseline, which texts of every font share
 
 void NeedGood(bool good) {
     if (good && Paper->printerState() != QPrinter::Error) return;
     Pen.reset();
     Paper.reset();
     throw RuntimeError{PrinterError};
+}
+
+// The toolkit hands a job over without telling whether the print system took it: that system's own last answer tells.
+bool JobWasTaken() {
+    constexpr int LastGoodAnswer = 0x00FF;
+    QLibrary cups("cups", 2);
+    const auto lastAnswer = reinterpret_cast<int (*)()>(cups.resolve("cupsLastError"));
+    if (lastAnswer == nullptr) return true; // another print system
+    return lastAnswer() >= 0 && lastAnswer() <= LastGoodAnswer;
 }
 
 QFont FontFor(bool bold, int points) {
@@ -49,6 +60,7 @@ void OpenPrinter(std::string_view document) {
     if (target.isNull()) throw RuntimeError{PrinterError};
     Pen.reset();
     Paper = std::make_unique<QPrinter>(target, QPrinter::HighResolution);
+    if (target.defaultPageSize().isValid()) Paper->setPageSize(target.defaultPageSize());
     Paper->setFullPage(true);
     Paper->setDocName(AsLabel(document));
     Paper->setCreator("Quintave");
@@ -57,7 +69,8 @@ void OpenPrinter(std::string_view document) {
     Page = 1;
     Column = 0;
     Line = 0;
-    SetPrinterFont(false, 10);
+    SetPrinterFont(false, TextPoints);
+    Ascent = Pen->fontMetrics().ascent();
 }
 
 double PrinterWidth() { return Paper->width() / PixelsPerColumn(); }
@@ -70,7 +83,7 @@ void SetPrinterLine(double line) { Line = line; }
 void SetPrinterFont(bool bold, int points) { Pen->setFont(FontFor(bold, points)); }
 
 void PrintText(std::string_view text) {
-    const QPointF baseline(Column * PixelsPerColumn(), Line * PixelsPerLine() + Pen->fontMetrics().ascent());
+    const QPointF baseline(Column * PixelsPerColumn(), Line * PixelsPerLine() + Ascent);
     if (!text.empty()) Pen->drawText(baseline, ToOneLine(text));
     Column += static_cast<double>(text.size());
 }
@@ -91,7 +104,7 @@ int PrinterPage() { return Page; }
 
 void ClosePrinter() {
     const bool handedOver = Pen->end();
-    NeedGood(handedOver);
+    NeedGood(handedOver && JobWasTaken());
     Pen.reset();
     Paper.reset();
 }
