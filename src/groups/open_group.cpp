@@ -31,13 +31,13 @@ void ListMembers(Integer head) {
     ClearRows(rows);
     rows.Tag = std::to_string(head);
     Integer row = 0;
-    Integer cell = 1;
+    int cell = 1; // behind the last cell of the longest group it needs more than an Integer
     const Integer end = GroupEnd(head);
     for (Integer e = ToInteger(head + 1); e < end; ++e) {
         if (!HasValue(e)) continue;
-        GroupSlot[row] = {e, cell};
+        GroupSlot[row] = {e, ToInteger(cell)};
         AddRow(rows, RowPrefix(FieldTitle[e]));
-        cell = ToInteger(cell + FieldInfo[e][KindItem]);
+        cell += FieldInfo[e][KindItem];
         ++row;
     }
 }
@@ -100,9 +100,7 @@ void ToTop() { MoveTo(0); }
 void ToNext() { MoveTo(ToInteger(GroupLoadedOccurrence + 1)); }
 void ToBottom() { MoveTo(ToInteger(GroupOccurrenceCount - 1)); }
 
-void Leave() {
-    StoreShownOccurrence();
-    RememberOccurrence();
+void TakeOffScreen() {
     SetVisible(Quintave.TableFrame, false);
     ShowSelectedField(Restart, PutAwayOnly);
     SwapRowMaps();
@@ -111,6 +109,12 @@ void Leave() {
     UseList(0);
     GroupRows().Tag = "-1";
     CurrentField = Quintave.List1[0].ListIndex;
+}
+
+void Leave() {
+    StoreShownOccurrence();
+    RememberOccurrence();
+    TakeOffScreen();
     SetFocus(Quintave.List1[0]);
     if (static_cast<std::size_t>(CurrentField) + 1 < Quintave.List1[0].Rows.size())
         SetListIndex(Quintave.List1[0], ToInteger(CurrentField + 1));
@@ -131,6 +135,7 @@ void OpenGroup(Integer head) {
         ShowGroupScreen(head);
     } catch (const RuntimeError &error) {
         CloseStore();
+        GroupRows().Tag = "-1";
         TellWorkFileError(error.Number);
     }
 }
@@ -141,6 +146,8 @@ bool LeaveGroup() {
     if (Quintave.GrpExit.Visible) GrpExit_Click();
     return !Quintave.GrpExit.Visible;
 }
+
+void AbandonGroup() { TakeOffScreen(); }
 
 void FldChange_Click(Integer Index) {
     constexpr std::array<void (*)(), 4> Moves{ToPrevious, ToTop, ToNext, ToBottom};

@@ -15,6 +15,9 @@ void GrpExit_Click();
 // GrpExit_Click where a group is open; false where it still is.
 bool LeaveGroup();
 
+// Leaves an open group without storing the occurrence on screen.
+void AbandonGroup();
+
 // Event of FldChange.
 void FldChange_Click(Integer Index);
 

@@ -33,19 +33,6 @@ GroupCounts CountsIn(std::string_view header, Integer head) {
     return counts;
 }
 
-void RestoreDeletedStore() {
-    OutputFile file(OpenPath, OutputFile::Access::Own);
-    file.Write(OpenFile.Read(1, PositionOf(GroupOccurrenceCount) - 1));
-    file.Close(false);
-    OpenFile.Open(OpenPath);
-}
-
-void NeedStore() {
-    if (FileExists(OpenPath)) return;
-    RestoreDeletedStore();
-    throw RuntimeError{FileNotFound};
-}
-
 std::string BlankRecord() { return std::string(static_cast<std::size_t>(GroupRecordLength), ' '); }
 
 // Bytes of the store from a position up to, not including, another.
@@ -73,6 +60,15 @@ template <class WriteAll> void Rewrite(const std::string &path, const WriteAll &
         DeleteFile(staged);
         throw;
     }
+}
+
+// Somebody deleted the store, or put another file in its place: what was read and written until now is made anew from
+// the file that is still open.
+void NeedStore() {
+    if (OpenFile.IsAt(OpenPath)) return;
+    Rewrite(OpenPath, [](OutputFile &file) { CopyRanges(file, {{1, PositionOf(GroupOccurrenceCount)}}); });
+    OpenFile.Open(OpenPath);
+    throw RuntimeError{FileNotFound};
 }
 
 void RewriteStore(Integer count, const std::vector<Range> &before, std::string_view between,
@@ -118,11 +114,11 @@ void ReplaceStore(Integer head, std::string_view occurrences) {
 void OpenStore(Integer head) {
     OpenPath = ResourceDir + GroupFileName(head);
     OpenFile.Open(OpenPath);
-    const std::string header = ReadFile(OpenPath).substr(0, static_cast<std::size_t>(GroupHeader));
-    const GroupCounts counts = CountsIn(header, head);
+    const GroupCounts counts = CountsIn(OpenFile.Read(1, std::min<long>(OpenFile.Size(), GroupHeader)), head);
     GroupItemCount = counts.Items;
     GroupRecordLength = counts.Items;
     GroupOccurrenceCount = std::max<Integer>(counts.Occurrences, 1);
+    if (counts.Occurrences < 1) OpenFile.Write(1, GroupStoreHeader(GroupItemCount, GroupOccurrenceCount));
 }
 
 void CloseStore() { OpenFile.Close(); }

@@ -78,7 +78,6 @@ void TblFldNum_KeyDown(Integer /*Index*/, Integer &KeyCode, Integer Shift) {
     if (Shift == CtrlMask) {
         CtrlHeld = True;
         HandleCommandKey(KeyCode);
-    } else if (KeyCode == EnterCode) {
-        SetFocus(ActiveRows());
     }
+    if (KeyCode == EnterCode) SetFocus(ActiveRows());
 }

@@ -68,7 +68,7 @@ void CommandMoreHelp_Click() {
 }
 
 void FollowHelp() {
-    if (!IsOpen() || Quintave.CommandMoreHelp.Tag.empty()) return;
+    if (!IsOpen() || !Quintave.CommandMoreHelp.Enabled) return;
     try {
         ShowHelp(Quintave.CommandMoreHelp.Tag);
     } catch (const RuntimeError &) { // the button tells of it when it is asked

@@ -3,6 +3,7 @@
 #include "main/layout.h"
 #include "main/session.h"
 #include "main/start_up.h"
+#include "platform/controls.h"
 #include "platform/program.h"
 
 #include <cstdio>
@@ -54,6 +55,6 @@ int main(int argc, char **argv) {
     ConnectMainWindow();
     if (!LoadMainWindow(arguments)) return 0;
     ShowMainWindow(MainLayout(), CloseMainWindow, EndSession);
-    ActivateMainWindow();
+    RunAsEvent(ActivateMainWindow);
     return RunProgram();
 }

@@ -39,16 +39,19 @@ void EmptyRows() {
 
 // Every group back to one blank occurrence, every list to no choice.
 void EmptyElements() {
+    Integer fault = 0;
     for (int number = 1; number <= NumFields; ++number) {
         const Integer e = ToInteger(number);
         FieldInfo[e][Choice] = IsList(e) ? Integer{-1} : Integer{0};
         if (!IsGroupStart(e)) continue;
         try {
-            WriteBlankStore(ResourceDir + GroupFileName(e), GroupLength(e));
+            ReplaceStore(e, std::string(static_cast<std::size_t>(GroupLength(e)), ' '));
         } catch (const RuntimeError &error) {
-            TellWorkFileError(error.Number);
+            if (fault == 0) fault = error.Number;
         }
     }
+    GroupOccurrenceCount = 1;
+    if (fault != 0) TellWorkFileError(fault);
 }
 
 void EmptyEntries() {
@@ -86,7 +89,8 @@ void CommandReset_Click() {
     CommitPendingEdit();
     LoadState = CurrentField;
     const Integer list = ActiveList;
-    if (MayReset() && LeaveGroup()) {
+    if (MayReset()) {
+        if (!LeaveGroup()) AbandonGroup(); // its occurrences are emptied all the same
         EmptyEntries();
         TmpStr.clear();
     } else {

@@ -99,7 +99,7 @@ void ActivateMainWindow() {
     ReportFilePattern = "*.rpx";
     ReportFileName.clear();
     FileFilter = {"Quintave Files (*.rpx)", "*.rpx", "All Files (*.*)", "*.*", "-1", "0"};
-    if (LoadFirstTemplate()) LoadStartFile(ReportArgument);
+    if (LoadFirstTemplate() && NumFields > 0) LoadStartFile(ReportArgument);
 }
 
 void LogoOff_Click() {

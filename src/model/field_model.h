@@ -54,8 +54,6 @@ extern Integer ListTop;                       // last selected index of the choi
 extern Integer DataChanged;                   // true: entries were not saved
 extern Integer QuitSave;                      // true while Save runs for another command
 extern Integer AllowInstances;                // false where the template's header turns instances off
-extern Integer TplLevel;                      // level of the record being read
-extern Integer TplKind;                       // kind, count or marker of the record being read
 extern Integer GroupItemCount;                // characters of one occurrence of the open group
 extern Integer GroupOccurrenceCount;          // occurrences of the open group
 extern Integer GroupRecordLength;             // bytes of one occurrence in its store; equal to GroupItemCount

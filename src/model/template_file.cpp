@@ -49,6 +49,8 @@ void ApplyHeaderSuffix(std::string_view suffix) {
 
 // Nothing of the old template stays on the screen, an open group included.
 void ClearScreen() {
+    // An edit that is still open belongs to a row that is still there.
+    ShowSelectedField(Restart, PutAwayOnly);
     CloseGroupScreen();
     for (const Integer list : {Integer{0}, GroupList}) {
         ClearRows(Quintave.List1.at(static_cast<std::size_t>(list)));
@@ -111,8 +113,8 @@ Integer TypeCodeOf(const TemplateElement &element) {
     }
 }
 
-void PlaceField(Integer f, const TemplateElement &element) {
-    FieldExtra[f] = {element.Extra, FindName(TemplateDir, element.File)};
+void PlaceField(Integer f, const TemplateElement &element, const DirectoryNames &files) {
+    FieldExtra[f] = {element.Extra, files.Find(element.File)};
     FieldInfo[f][TypeCode] = TypeCodeOf(element);
     FieldInfo[f][Choice] = element.Type == ElementType::List ? Integer{-1} : Integer{0};
     if (element.Type == ElementType::Memo && !element.InGroup) FieldInfo[f][KindItem] = NoLimit;
@@ -134,6 +136,7 @@ void PlaceHeading(Integer f, const TemplateElement &element) {
 void FillTables(const TemplateContent &content) {
     NumFields = 0;
     NumRows = 0;
+    const DirectoryNames files(TemplateDir); // help files are looked up by the thousand
     std::string sections = "-1";
     Integer head = 0;
     for (const TemplateElement &element : content.Elements) {
@@ -145,7 +148,7 @@ void FillTables(const TemplateContent &content) {
         if (element.InGroup) FieldGroup[NumFields] = head;
         if (element.Kind == SectionKind) sections += "|" + std::to_string(NumFields);
         if (element.Kind > 1)
-            PlaceField(NumFields, element);
+            PlaceField(NumFields, element, files);
         else
             PlaceHeading(NumFields, element);
     }

@@ -13,8 +13,8 @@ std::string GroupFileName(Integer element);
 // Deletes all *.XXX and then all *.$$$ of the resource directory.
 void DeleteWorkFiles();
 
-// Puts the choice lists and blank group stores of a template in the place of all work files. Throws before the old ones
-// are touched where a new one cannot be written.
+// Puts the choice lists and blank group stores of a template in the place of all work files. Where a new one cannot be
+// written, or its name is not to be had, it throws before the old ones are touched.
 void ReplaceWorkFiles(const TemplateContent &content);
 
 // The temporary name a work file is written under before it takes its own; the next start deletes what is left of one.

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <new>
+#include <stdexcept>
 #include <utility>
 
 namespace {
@@ -55,6 +56,8 @@ template <class Act> void AtTheEdge(Act act) {
         MsgBox("Error: " + ErrorText(error.Number), CriticalIcon, "Quintave");
     } catch (const std::bad_alloc &) {
         MsgBox("Error: " + ErrorText(OutOfMemory), CriticalIcon, "Quintave");
+    } catch (const std::out_of_range &) {
+        MsgBox("Error: " + ErrorText(SubscriptOutOfRange), CriticalIcon, "Quintave");
     }
 }
 
@@ -79,6 +82,8 @@ bool IsBreakOrControl(char32_t c) { return c < 32 || IsLineBreak(c); }
 } // namespace
 
 void ConnectEvents(std::span<const Connection> table) { Connections = table; }
+
+void RunAsEvent(const std::function<void()> &procedure) { AtTheEdge(procedure); }
 
 void RunEvent(Control &control, Event event) { FireIndexed(control, event); }
 

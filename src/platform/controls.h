@@ -5,6 +5,7 @@
 #include "platform/runtime.h"
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -116,6 +117,10 @@ void ConnectEvents(std::span<const Connection> table);
 
 // Runs the handler of an event without the event having happened: the control's index is handed to it.
 void RunEvent(Control &control, Event event);
+
+// Runs a procedure as the handler of the window's own event: an error that it did not trap is told, and the program
+// goes on.
+void RunAsEvent(const std::function<void()> &procedure);
 
 // --- Changes by the program
 // -------------------------------------------------------------------------------------------

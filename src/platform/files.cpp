@@ -98,6 +98,19 @@ bool IsOwnRegularFile(const std::string &path) {
     return lstat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
+// A name that no file can have, or one that leads out of its directory.
+bool IsNoName(std::string_view name) {
+    return name.empty() || name.find_first_of(std::string_view("/\\\0", 3)) != std::string_view::npos;
+}
+
+// The file of exactly this name, in the system's bytes or decoded; "" where there is none.
+std::string ExactName(const std::string &directory, std::string_view name) {
+    if (IsNoName(name)) return "";
+    for (const auto &candidate : {std::string(name), ToUtf8(name)})
+        if (FileExists(directory + candidate)) return candidate;
+    return "";
+}
+
 } // namespace
 
 void SplitPath(std::string_view path, std::string &directory, std::string &name) {
@@ -155,16 +168,26 @@ std::string FindDirectory(std::string directory, std::string_view path) {
     return directory;
 }
 
-std::string FindName(const std::string &directory, std::string_view name) {
-    if (name.empty() || name.find_first_of("/\\") != std::string_view::npos) return "";
-    const std::string exact(name);
-    const std::string utf8 = ToUtf8(name);
-    for (const auto &candidate : {exact, utf8})
-        if (FileExists(directory + candidate)) return candidate;
-    const std::string wanted = UpperCase(NameText(name));
+DirectoryNames::DirectoryNames(const std::string &directory) : path(directory) {
     for (const auto &entry : EntriesOf(directory))
-        if (UpperCase(NameText(entry)) == wanted && FileExists(directory + entry)) return entry;
-    return "";
+        if (FileExists(directory + entry)) byUpperCase.try_emplace(UpperCase(NameText(entry)), entry);
+}
+
+std::string DirectoryNames::Find(std::string_view name) const {
+    const std::string exact = ExactName(path, name);
+    if (!exact.empty() || IsNoName(name)) return exact;
+    const auto found = byUpperCase.find(UpperCase(NameText(name)));
+    return found == byUpperCase.end() ? "" : found->second;
+}
+
+std::string FindName(const std::string &directory, std::string_view name) {
+    const std::string exact = ExactName(directory, name);
+    return exact.empty() && !IsNoName(name) ? DirectoryNames(directory).Find(name) : exact;
+}
+
+long FileSize(const std::string &path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) ? status.st_size : 0;
 }
 
 std::vector<std::string> MatchingNames(const std::string &directory, const std::string &pattern) {
@@ -242,6 +265,13 @@ void BinaryFile::Open(const std::string &path) {
 void BinaryFile::Close() {
     if (handle >= 0) close(handle);
     handle = -1;
+}
+
+bool BinaryFile::IsAt(const std::string &path) const {
+    struct stat opened {};
+    struct stat there {};
+    return fstat(handle, &opened) == 0 && lstat(path.c_str(), &there) == 0 && opened.st_dev == there.st_dev &&
+           opened.st_ino == there.st_ino;
 }
 
 long BinaryFile::Size() const {

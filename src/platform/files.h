@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 // Divides a path at its last "/" or "\": the directory with it, the name behind it; no separator, no directory.
@@ -25,10 +26,24 @@ bool DirectoryExists(const std::string &path);
 // Both paths lead to the same existing file.
 bool IsSameFile(const std::string &a, const std::string &b);
 
+// The length of a file in bytes; 0 where there is none.
+long FileSize(const std::string &path);
+
 // The name in the directory that a name from a table or template means: the exact one, else the first, in sorted order,
 // that differs only in the case of its letters; "" where there is none. Only regular files count, and a name with a
 // separator in it means none.
 std::string FindName(const std::string &directory, std::string_view name);
+
+// The names of one directory, for many look-ups like FindName.
+class DirectoryNames {
+public:
+    explicit DirectoryNames(const std::string &directory);
+    std::string Find(std::string_view name) const;
+
+private:
+    std::string path;
+    std::unordered_map<std::string, std::string> byUpperCase; // the first in sorted order
+};
 
 // The directory that a path from a table means, below another one: each part exact, else in any letter case; "/" and
 // "\" divide it. A part that is not there is taken as it stands.
@@ -82,6 +97,7 @@ public:
 
     void Open(const std::string &path); // error 53 where it is missing
     bool IsOpen() const { return handle >= 0; }
+    bool IsAt(const std::string &path) const; // the path leads to the very file that is open
     void Close();
 
     long Size() const; // bytes

@@ -39,6 +39,7 @@ namespace {
 
 // True where the text has a place in the element's list, or is empty; otherwise after the message.
 bool HasChoice(Integer element, const std::string &text) {
+    FieldInfo[element][Choice] = -1;
     FieldInfo[element][Choice] = ChoiceOf(ReadChoiceFile(element), text, ComparedLength(element));
     if (FieldInfo[element][Choice] >= 0 || Trim(text).empty()) return true;
     MsgBox("No matching list option was found for the field " + Trim(FieldTitle[element]) +

@@ -21,6 +21,7 @@ struct Block {
     bool StoreBlank = false; // the store held nothing when the block began
     bool HasValue = false;
     std::string Cells;                 // of all its occurrences so far
+    Integer Occurrences = 0;           // of this block
     Integer Length = 0;                // cells of one occurrence
     std::vector<Integer> FirstCells{}; // of the elements behind the group start, within an occurrence
 };
@@ -76,8 +77,7 @@ void StartBlocks() {
 void BeginOccurrence(Integer level, const std::string &title) {
     const Integer head = FindElement(level, title, Target::Group);
     if (head == 0) {
-        EndBlock();
-        Present.Unknown = true;
+        DropOccurrences();
         TmpStr = MayDropRecord(title) ? "No Match Found!" : "CANCELLED!";
         return;
     }
@@ -85,7 +85,13 @@ void BeginOccurrence(Integer level, const std::string &title) {
         EndBlock();
         BeginBlock(head);
     }
+    Present.Occurrences = ToInteger(Present.Occurrences + 1); // those before one too many stay
     Present.Cells.append(static_cast<std::size_t>(Present.Length), ' ');
+}
+
+void DropOccurrences() {
+    EndBlock();
+    Present.Unknown = true;
 }
 
 bool InOccurrence() { return Present.Head != 0; }

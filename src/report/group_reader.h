@@ -14,6 +14,9 @@ void StartBlocks();
 // "CANCELLED!" where the group is unknown and the user stops the load.
 void BeginOccurrence(Integer level, const std::string &title);
 
+// The group of the marker cannot be had: its block's records are skipped.
+void DropOccurrences();
+
 // A block is open; the records go to an occurrence of the group that this element starts.
 bool InOccurrence();
 Integer OpenBlock();

@@ -23,14 +23,16 @@ constexpr Integer LoadAgain = 778;
 void LoadReport(const std::string &directory, const std::string &name) {
     const std::string formerDir = ReportFileDir;
     const std::string formerName = ReportFileName;
+    const std::string formerMark = FileMark;
+    const std::string formerMarkDir = FileMarkDir;
     ReportFileDir = directory;
     ReportFileName = name;
     ShowSelectedField(Restart, PutAwayOnly);
     CurrentField = Loading;
     LoadResult result = LoadReportFile();
     if (CurrentField == LoadAgain) {
-        FileMark = formerName;
-        FileMarkDir = formerDir;
+        FileMark = formerMark;
+        FileMarkDir = formerMarkDir;
         result = LoadReportFile();
     }
     if (result == LoadResult::Refused) {
@@ -82,8 +84,9 @@ void LoadStartFile(const std::string &argument) {
     std::string directory;
     std::string name;
     SplitPath(named, directory, name);
-    if (directory.empty()) {
-        directory = argument.empty() ? ResourceDir : CurrentDirectory();
+    if (argument.empty()) directory = FindDirectory(directory.starts_with('/') ? "/" : ResourceDir, directory);
+    if (directory.empty()) directory = CurrentDirectory();
+    if (argument.empty()) {
         const std::string found = FindName(directory, name);
         if (!found.empty()) name = found;
     }

@@ -15,6 +15,8 @@
 #include "report/title_index.h"
 #include "screen/row_text.h"
 
+#include <new>
+
 namespace {
 
 bool SkipTooDeep(const ReportRecord &record) {
@@ -24,27 +26,34 @@ bool SkipTooDeep(const ReportRecord &record) {
                   OkCancel + InformationIcon, "Bad Nesting Level") == OkAnswer;
 }
 
-// Puts a value into the slot of an element and shows it in its row.
+void ShowSlot(Integer row) {
+    Control &rows = Quintave.List1[0];
+    SetRow(rows, row, RowWithValue(rows.Rows[static_cast<std::size_t>(row)], RowValue[row]));
+}
+
+// Puts a value into the slot of an element and shows it in its row, before its choice file can fail and after its list
+// may have refused it.
 void StoreFieldValue(Integer element, const std::string &value) {
     const Integer row = ToInteger(FieldRow[element] - 1);
     std::string &slot = RowValue[row];
     const Integer level = FieldInfo[element][LevelItem];
     if (!slot.empty() && level > 0) AskOverwriteFields();
-    if (level >= 0 && MergeFlag == AddInstances && !slot.empty()) {
-        if (value.empty()) return; // nothing to add
+    const bool adds = level >= 0 && MergeFlag == AddInstances && !slot.empty();
+    if (adds && value.empty()) return; // nothing to add
+    if (adds)
         slot += "|" + value;
-    } else {
+    else
         slot = value;
-    }
+    ShowSlot(row);
     MatchChoiceValue(element);
-    SetRow(Quintave.List1[0], row, RowWithValue(Quintave.List1[0].Rows[static_cast<std::size_t>(row)], slot));
+    ShowSlot(row);
 }
 
 // Places one value record; TmpStr is "No Match Found!" or "CANCELLED!" where it could not be placed.
 void MatchReportField(const ReportRecord &record) {
     const Integer member =
         InOccurrence() ? FindElement(record.Level, record.Title, Target::Member, OpenBlock()) : Integer{0};
-    const Integer field = FindElement(record.Level, record.Title, Target::Field);
+    const Integer field = member != 0 ? Integer{0} : FindElement(record.Level, record.Title, Target::Field);
     if (member != 0) {
         PlaceMember(member, record.Text);
     } else if (field != 0) {
@@ -62,9 +71,12 @@ bool PlaceRecord(const ReportRecord &record) {
     }
     // Nothing is asked about the records of an occurrence that is dropped.
     const bool dropped = SkipsOccurrence() && record.Count != OccurrenceMarker;
-    if (record.Level > DeepestLevel) return dropped || SkipTooDeep(record);
+    if (record.Level > DeepestLevel) {
+        if (record.Count == OccurrenceMarker) DropOccurrences();
+        return dropped || SkipTooDeep(record);
+    }
     NoteTitleRead(record.Level, record.Title);
-    TmpStr = record.Text;
+    TmpStr.clear(); // only an answer given for this record may stop the load
     if (record.Count == OccurrenceMarker)
         BeginOccurrence(record.Level, record.Title);
     else if (record.Count >= 0 && !dropped)
@@ -113,6 +125,8 @@ void KeepOpenBlock() {
         EndBlock();
     } catch (const RuntimeError &) {
         return;
+    } catch (const std::bad_alloc &) {
+        return;
     }
 }
 
@@ -122,16 +136,21 @@ LoadResult PlaceFile(ItemInput &input) {
     ForgetTitlesRead();
     StartBlocks();
     bool whole = false;
+    Integer fault = 0;
     try {
         whole = PlaceRecords(input);
         EndBlock();
-        TellCutMembers();
     } catch (const RuntimeError &error) {
-        KeepOpenBlock();
-        TellLoadError(error.Number);
-        whole = false;
+        fault = error.Number;
+    } catch (const std::bad_alloc &) {
+        fault = OutOfMemory;
     }
-    if (whole) return LoadResult::Whole;
+    if (fault != 0) {
+        KeepOpenBlock();
+        TellLoadError(fault);
+    }
+    TellCutMembers();
+    if (whole && fault == 0) return LoadResult::Whole;
     ForgetFile();
     return LoadResult::Stopped;
 }

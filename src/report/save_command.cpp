@@ -16,7 +16,7 @@ bool HasRememberedName() { return !FileMark.empty() && FileMark != FirstLoad; }
 // False where the dialog itself failed and is to be shown again.
 bool AskForName(std::string &path) {
     Quintave.cmDialog = {.Title = "Name a Quintave report (*.RPX) output file...",
-                         .InitDir = HasRememberedName() ? FileMarkDir : ReportFileDir,
+                         .InitDir = ReportFileDir,
                          .Filter = "Quintave Files(*.rpx)|*.rpx|All files(*.*)|*.*",
                          .FileName = HasRememberedName() ? FileMark : "",
                          .Flags = OverwritePrompt};

@@ -14,12 +14,13 @@
 #include "screen/value_entry.h"
 
 #include <algorithm>
+#include <map>
 #include <vector>
 
 namespace {
 
-// The report that the last save did not complete; "" for none. What stands beside it under "~" is the better version.
-std::string IncompleteReport;
+// The reports that a save of this session did not complete, with the copies of their earlier versions.
+std::map<std::string, std::string> IncompleteReports;
 
 // The report being written, and the headings above the present element that had no data below them yet.
 struct Writing {
@@ -114,35 +115,48 @@ void WriteElements(Writing &writing) {
     }
 }
 
-// Keeps the earlier version of a report under its name and "~" until the new one is whole; true where there is one.
-bool KeepEarlierVersion(const std::string &path) {
-    const std::string kept = path + "~";
-    if (!FileExists(path)) return false;
-    if (path == IncompleteReport && FileExists(kept)) return true;
-    const std::string staged = kept + "~";
+// The first name of a report followed by "~", "~~" ... that is free: a copy that is there already may be the only whole
+// version left by a program that was cut short, or the user's own.
+std::string FreeCopyName(const std::string &path) {
+    std::string name = path + "~";
+    while (FileExists(name)) name += "~";
+    return name;
+}
+
+// Copies a report before it is replaced; the copy's path, "" where there is nothing to keep or no room for a new file.
+std::string KeepEarlierVersion(const std::string &path) {
+    const auto incomplete = IncompleteReports.find(path);
+    if (incomplete != IncompleteReports.end() && FileExists(incomplete->second)) return incomplete->second;
+    if (FileSize(path) == 0) return "";
+    const std::string kept = FreeCopyName(path);
     try {
-        if (ReadFile(path).empty()) return false;
-        CopyFile(path, staged);
-        RenameFile(staged, kept);
-        return true;
+        CopyFile(path, kept);
+        return kept;
     } catch (const RuntimeError &error) {
-        if (FileExists(staged)) DeleteFile(staged);
+        if (FileExists(kept)) DeleteFile(kept);
         // A directory that takes no new file cannot keep the user from saving into the old one.
         if (error.Number != PermissionDenied && error.Number != PathAccessError) throw;
-        return false;
+        return "";
     }
 }
 
+// The template's name as the header can hold it: a double quote would end the item.
+std::string HeaderName() {
+    std::string name = NameText(TemplateName);
+    std::replace(name.begin(), name.end(), '"', '\'');
+    return name;
+}
+
 void WriteReport(const std::string &path, bool temporary) {
-    const bool kept = !temporary && KeepEarlierVersion(path);
-    IncompleteReport = temporary ? IncompleteReport : path;
+    const std::string kept = temporary ? "" : KeepEarlierVersion(path);
+    if (!kept.empty()) IncompleteReports[path] = kept;
     Writing writing{{path, temporary ? OutputFile::Access::Own : OutputFile::Access::User}, {}};
-    writing.File.Write("0," + Quoted(VersionIdentifier) + "," + Quoted(NameText(TemplateName)) + NL);
+    writing.File.Write("0," + Quoted(VersionIdentifier) + "," + Quoted(HeaderName()) + NL);
     WriteElements(writing);
     writing.File.Close(!temporary);
-    if (temporary) return;
-    IncompleteReport.clear();
-    if (kept) DeleteFile(path + "~");
+    if (kept.empty()) return;
+    IncompleteReports.erase(path);
+    DeleteFile(kept);
 }
 
 } // namespace

@@ -84,7 +84,10 @@ std::string InstanceText(std::string_view value, std::int32_t number) {
     return before >= behind ? "" : framed.substr(before + 1, behind - before - 1);
 }
 
-Integer InstanceCount(std::string_view value) { return ToInteger(std::count(value.begin(), value.end(), '|') + 1); }
+Integer InstanceCount(std::string_view value) {
+    // The scroll bar reaches no further; what lies behind stays as it is.
+    return static_cast<Integer>(std::min<std::ptrdiff_t>(std::count(value.begin(), value.end(), '|') + 1, INT16_MAX));
+}
 
 void ResetInstanceControls() {
     SetCaption(Quintave.FILabel[0], "1");

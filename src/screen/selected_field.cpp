@@ -60,7 +60,8 @@ void ShowSectionPath(Integer element) {
 // Steps of ShowSelectedField, in its order
 // ------------------------------------------------------------------------------
 
-// True where a handler showed the group's frame in the meantime and the group's list takes over.
+// The group's list would take over if a handler showed its frame between the two looks at it. Handlers run to their
+// end, so today none can.
 bool GroupTakesOver() {
     if (Quintave.List1[0].ListIndex != CurrentField || !Quintave.GrpExit.Visible || Quintave.TableFrame.Visible)
         return false;
@@ -78,7 +79,7 @@ void PutAway(Control &box) {
 // Hides the entry control of the row that was selected before.
 void PutOldControlsAway(Integer element, Integer mode) {
     const Integer code = FieldInfo[element][TypeCode];
-    if (code >= 0 && OtherBox(ActiveList).Visible) SetVisible(OtherBox(ActiveList), false);
+    if (code >= 0 && OtherBox(ActiveList).Visible) PutAway(OtherBox(ActiveList));
     if (mode == Restart && code >= 0) {
         SetVisible(ActiveChoices(), false);
         return;
@@ -135,6 +136,7 @@ Control *EntryControl(Integer element) {
 // What becomes of a character typed on the field list, now that the entry control has the focus.
 void ApplyPendingKey(Integer element) {
     const Integer key = PendingKey;
+    UserKey = False;
     if (key >= 1 && IsList(element)) {
         PendingKey = static_cast<unsigned char>(UpperCase(std::string(1, static_cast<char>(key)))[0]);
         SelectChoiceByLetter();
@@ -231,7 +233,7 @@ void ShowValueInRow(std::string_view value) {
 void ShowHelpLine() {
     const auto &[line, file] = FieldExtra[SelectedElement()];
     SetCaption(Quintave.helpline, line);
-    Quintave.CommandMoreHelp.Tag = file.empty() ? "" : TemplateDir + file;
+    Quintave.CommandMoreHelp.Tag = TemplateDir + file;
     SetEnabled(Quintave.CommandMoreHelp, !file.empty());
     FollowHelp();
 }

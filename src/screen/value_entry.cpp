@@ -60,7 +60,7 @@ void LimitLength(Control &box) {
 std::string WithoutReserved(std::string_view text) {
     std::string clean = RTrim(text);
     std::erase_if(clean, [](char c) { return c == '|' || c == '"'; });
-    return clean;
+    return RTrim(clean);
 }
 
 void SelectNextRow() {
@@ -100,7 +100,9 @@ bool IsCommitKey(Integer keyAscii) {
 
 // An accepted "OTHER...": the free text before it stays, a listed choice gives way to an empty text.
 std::string FreeTextOf(const std::string &value) {
-    return !IsOther(value) && FindChoice(value) == ActiveChoices().ListIndex ? value : "";
+    const Integer choice = FindChoice(value);
+    return !IsOther(value) && choice >= 0 && IsOther(ActiveChoices().Rows[static_cast<std::size_t>(choice)]) ? value
+                                                                                                             : "";
 }
 
 } // namespace

@@ -97,7 +97,8 @@ TEST_F(EarlierVersion, IsDoneWithoutWhereADirectoryIsInTheWayOfItsMaking) {
     EXPECT_TRUE(Dialogs.Messages.empty());
 }
 
-TEST_F(EarlierVersion, ThatWasLeftBehindIsReplacedByTheLaterOne) {
+// It may be the only whole version that a program cut short has left, or the user's own.
+TEST_F(EarlierVersion, NeverTakesThePlaceOfACopyThatIsThere) {
     folder.Write("a.rpx~", "left behind");
     folder.Write("a.rpx", Old);
     RowValue[0] = std::string(60, 'n');
@@ -105,6 +106,24 @@ TEST_F(EarlierVersion, ThatWasLeftBehindIsReplacedByTheLaterOne) {
         const FileSizeLimit limit(Old.size() + 5);
         EXPECT_FALSE(WriteReportFile());
     }
+    EXPECT_EQ(folder.Read("a.rpx~"), "left behind");
+    EXPECT_EQ(folder.Read("a.rpx~~"), Old);
+    EXPECT_TRUE(WriteReportFile());
+    EXPECT_THAT(Names(), ElementsAre("a.rpx", "a.rpx~"));
+}
+
+TEST_F(EarlierVersion, StaysWholeWhenAnotherReportWasSavedBetweenTwoFailures) {
+    folder.Write("a.rpx", Old);
+    RowValue[0] = std::string(60, 'n');
+    const auto failToSave = [&] {
+        ReportFileName = "a.rpx";
+        const FileSizeLimit limit(Old.size() + 5);
+        EXPECT_FALSE(WriteReportFile());
+    };
+    failToSave();
+    ReportFileName = "b.rpx";
+    EXPECT_TRUE(WriteReportFile());
+    failToSave();
     EXPECT_EQ(folder.Read("a.rpx~"), Old);
 }
 

@@ -10,6 +10,7 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMessageBox>
 
 namespace {
@@ -64,6 +65,17 @@ QMessageBox::Icon IconOf(int style) {
     }
 }
 
+// What a screen reader says of the icon.
+QString IconName(int style) {
+    switch (style & IconMask) {
+    case CriticalIcon: return "Critical";
+    case QuestionIcon: return "Question";
+    case ExclamationIcon: return "Warning";
+    case InformationIcon: return "Information";
+    default: return {};
+    }
+}
+
 Answer AnswerOf(int button) {
     switch (button) {
     case QMessageBox::Ok: return OkAnswer;
@@ -89,6 +101,7 @@ Answer ShowMessage(const QString &text, int style, std::string_view title) {
     box.setTextFormat(Qt::PlainText);
     box.setText(text);
     box.setIcon(IconOf(style));
+    if (auto *const icon = box.findChild<QLabel *>("qt_msgboxex_icon_label")) icon->setAccessibleName(IconName(style));
     box.setStandardButtons(ButtonsOf(style));
     box.setDefaultButton(DefaultOf(style));
     return AnswerOf(box.exec());

@@ -4,6 +4,7 @@
 
 #include <QAbstractListModel>
 #include <QComboBox>
+#include <QLabel>
 #include <QListView>
 #include <QStyledItemDelegate>
 
@@ -152,4 +153,11 @@ private:
 
 View MakeListView(Control &control, QWidget *parent) { return ViewOf(new ListRows(control, parent)); }
 
-View MakeComboView(Control &control, QWidget *parent) { return ViewOf(new ComboRows(control, parent)); }
+View MakeComboView(Control &control, QWidget *parent) {
+    auto *const combo = new ComboRows(control, parent);
+    // To a screen reader the toolkit names a combo box by its chosen row; only a label can say what it is for.
+    auto *const name = new QLabel(QString::fromStdString(AccessibleName(control)), parent);
+    name->setBuddy(combo);
+    name->hide();
+    return ViewOf(combo);
+}

@@ -1,7 +1,9 @@
 // The program's frame with a window: start, event loop, end (platform/program.h).
 #include "platform/program.h"
 
+#include "platform/controls.h"
 #include "platform/qt/icon.h"
+#include "platform/qt/views.h"
 #include "platform/qt/window.h"
 
 #include "platform/front.h"
@@ -12,7 +14,9 @@
 #include <QWidget>
 
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
+#include <string_view>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -49,16 +53,27 @@ void EndOnSignals(void (*end)()) {
 void AskBeforeSessionEnd(bool (*mayClose)()) {
     QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp, [mayClose](QSessionManager &manager) {
         if (!manager.allowsInteraction()) return;
-        const bool closes = mayClose();
-        ShowChanges();
+        bool closes = false;
+        Report([&] { RunAsEvent([&] { closes = mayClose(); }); });
         manager.release();
         if (!closes) manager.cancel();
     });
 }
 
+// Without a display the toolkit would end the program with advice on how to install it anew.
+void NeedDisplay(int argc, char **argv) {
+    for (int i = 1; i < argc; ++i)
+        if (std::string_view(argv[i]) == "-platform") return;
+    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        if (std::getenv(name) != nullptr) return;
+    std::fputs("quintave: there is no display to open a window on\n", stderr);
+    std::exit(1);
+}
+
 } // namespace
 
 void StartProgram(int &argc, char **argv) {
+    NeedDisplay(argc, argv);
     auto *application = new QApplication(argc, argv); // lives as long as the process
     application->setApplicationName("quintave");
     application->setQuitOnLastWindowClosed(false);

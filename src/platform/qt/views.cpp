@@ -83,7 +83,9 @@ View MakeLabel(Control &control, QWidget *parent, int columns) {
     // A text of more than a few words breaks where the window ends.
     label->setWordWrap(columns > 0 || control.Face == Font::Serif);
     return {label, [&control, label](unsigned aspects) {
-                if (aspects & TextAspect) label->setText(AsLabel(control.Caption));
+                if (!(aspects & TextAspect)) return;
+                label->setText(AsLabel(control.Caption));
+                if (!control.Title.empty()) label->setAccessibleDescription(label->text());
             }};
 }
 

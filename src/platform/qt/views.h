@@ -12,6 +12,7 @@ struct View {
     QWidget *Widget = nullptr;
     // Shows those aspects that depend on the kind of widget anew.
     std::function<void(unsigned aspects)> Refresh;
+    std::string ShownTag{};
 };
 
 // The widget for a control, with its object name, accessible name, font and, from the layout, its least size in

@@ -30,6 +30,9 @@ QWidget *TheWindow = nullptr;
 // Depth of ShowChanges.
 int Showing = 0;
 
+// Depth of Report: reports of the toolkit's that an event of the program's brings about stand inside it.
+int Reporting = 0;
+
 // The window closes without asking.
 bool MayCloseUnasked = false;
 
@@ -41,7 +44,7 @@ protected:
     void closeEvent(QCloseEvent *event) override {
         if (MayCloseUnasked) return;
         bool closes = false;
-        Report([&] { closes = mayClose(); });
+        Report([&] { RunAsEvent([&] { closes = mayClose(); }); });
         event->setAccepted(closes);
     }
 
@@ -163,20 +166,18 @@ void ShowControl(Control &control) {
 
 // The program sets tags as it goes; they are shown to programs that look at the window from outside.
 void ShowTags() {
-    for (const auto &[control, view] : Views) {
-        const QString tag = QString::fromStdString(control->Tag);
-        if (view.Widget->property("tag") != tag) view.Widget->setProperty("tag", tag);
+    for (auto &[control, view] : Views) {
+        if (view.ShownTag == control->Tag) continue;
+        view.ShownTag = control->Tag;
+        view.Widget->setProperty("tag", QString::fromStdString(control->Tag));
     }
 }
 
-// The toolkit moves the focus on when its widget is hidden; that choice stands where the program made none.
-void SettleFocus() {
+// The toolkit moved the focus on when its widget was hidden, and the program made no choice of its own while it handled
+// the event: the toolkit's stands.
+void AdoptFocus() {
     QWidget *const focused = TheWindow->focusWidget();
-    if (Focused() != nullptr) {
-        QWidget *const wanted = WidgetOf(*Focused());
-        if (wanted != nullptr && wanted != focused && wanted->isVisible()) wanted->setFocus(Qt::OtherFocusReason);
-        return;
-    }
+    if (Focused() != nullptr || focused == nullptr) return;
     for (const auto &[control, view] : Views)
         if (view.Widget == focused && focused->isVisible()) UserEnters(*const_cast<Control *>(control));
 }
@@ -219,15 +220,22 @@ void ShowChanges() {
         ++Showing;
         for (Control *control : changed) ShowControl(*control);
         --Showing;
-        SettleFocus();
     }
     ShowTags();
+    QWidget *const wanted = Focused() == nullptr ? nullptr : WidgetOf(*Focused());
+    if (wanted != nullptr && wanted != TheWindow->focusWidget() && wanted->isVisible())
+        wanted->setFocus(Qt::OtherFocusReason);
 }
 
 bool IsShowingChanges() { return Showing > 0; }
 
 void Report(const std::function<void()> &act) {
+    ++Reporting;
     act();
+    --Reporting;
+    ShowChanges();
+    if (Reporting > 0 || TheWindow == nullptr) return;
+    AdoptFocus();
     ShowChanges();
 }
 
