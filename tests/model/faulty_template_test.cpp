@@ -110,6 +110,8 @@ std::vector<Fault> Faults() {
          PastEnd},
         {"CutRecord", {R"(1,30,"TEXT","a","","")", R"(1,30,"TEXT","b")"}, PastEnd},
         {"QuoteNotClosed", {R"(1,30,"TEXT","a,"",)", R"(1,30,"TEXT","b","","")"}, PastEnd},
+        // The counting pass takes it for a list, whose end it does not find.
+        {"WordThatEndsInListWithoutChoicesInAGroup", Group({R"(2,10,"PICKLIST","Pick","","")"}), PastEnd},
         {"LevelTooLarge", {R"(32768,30,"TEXT","a","","")"}, TooLarge},
         {"KindTooSmall", {R"(1,-32769,"TEXT","a","","")"}, TooLarge},
         {"LevelTableTooLarge", {R"(32766,30,"TEXT","a","","")"}, TooLarge},
