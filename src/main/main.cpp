@@ -4,6 +4,7 @@
 #include "main/session.h"
 #include "main/start_up.h"
 #include "platform/controls.h"
+#include "platform/files.h"
 #include "platform/program.h"
 
 #include <cstdio>
@@ -14,12 +15,16 @@ namespace {
 
 constexpr int WrongUsage = 2;
 
-constexpr const char *Usage = "Usage: quintave [--resources DIR] [REPORT.rpx]\n"
+constexpr const char *Usage = "Usage: quintave [--resources DIR | --user-resources] [REPORT.rpx]\n"
                               "Write down what your data are, following a template.\n"
                               "\n"
-                              "      --resources DIR  work on the quintave.tbl of this directory\n"
-                              "      --help           show this and exit\n"
-                              "      --version        show the version and exit\n";
+                              "      --resources DIR   work on the quintave.tbl of this directory\n"
+                              "      --user-resources  work in a directory of your own, filled with the templates\n"
+                              "                        that came with the program; it is made when it is missing\n"
+                              "      --help            show this and exit\n"
+                              "      --version         show the version and exit\n"
+                              "\n"
+                              "Without either, quintave.tbl is looked for in the current directory.\n";
 
 // Reads one argument or an option with its value; false where it is not to be understood.
 bool TakeArgument(int &at, int count, char **texts, StartArguments &arguments) {
@@ -29,12 +34,14 @@ bool TakeArgument(int &at, int count, char **texts, StartArguments &arguments) {
         arguments.Resources = texts[++at];
     } else if (text.starts_with("--resources=")) {
         arguments.Resources = text.substr(ResourcesOption.size() + 1);
+    } else if (text == "--user-resources") {
+        arguments.Installed = ProgramDirectory() + QUINTAVE_RESOURCES;
     } else if (!text.starts_with("-") && arguments.Report.empty()) {
         arguments.Report = text;
     } else {
         return false;
     }
-    return true;
+    return arguments.Resources.empty() || arguments.Installed.empty();
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include "main/main_window.h"
 #include "main/session.h"
+#include "main/user_resources.h"
 #include "model/field_model.h"
 #include "model/resource_table.h"
 #include "model/template_file.h"
@@ -80,7 +81,9 @@ void ReadTable() {
 bool LoadMainWindow(const StartArguments &arguments) {
     Quintave.Dir1.Tag = CurrentDirectory();
     ReportFileDir = Quintave.Dir1.Tag;
-    ResourceDir = arguments.Resources.empty() ? ReportFileDir : WithSeparator(arguments.Resources);
+    const std::string resources =
+        arguments.Installed.empty() ? arguments.Resources : UserResources(WithSeparator(arguments.Installed));
+    ResourceDir = resources.empty() ? ReportFileDir : WithSeparator(resources);
     ReportArgument = arguments.Report;
     FillPrintLists();
     ActiveList = 0;

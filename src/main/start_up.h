@@ -5,8 +5,9 @@
 
 // What the program's arguments ask for; "" for nothing.
 struct StartArguments {
-    std::string Resources; // directory in place of the current one
-    std::string Report;    // report in place of the resource table's start file
+    std::string Resources;      // directory in place of the current one
+    std::string Report;         // report in place of the resource table's start file
+    std::string Installed = {}; // directory to fill the user's own resource directory from, which is then worked in
 };
 
 // Load of the main window. False where the user gave up looking for the resource directory: the program ends.

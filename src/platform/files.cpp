@@ -20,6 +20,7 @@ namespace {
 constexpr std::size_t HeldBytes = 1 << 16;
 constexpr mode_t OwnMode = 0600;
 constexpr mode_t UserMode = 0666;
+constexpr mode_t OwnDirectoryMode = 0700;
 
 // The directory whose lock is held; -1 for none.
 int LockedDirectory = -1;
@@ -132,6 +133,20 @@ std::string CurrentDirectory() {
     return WithSeparator(path ? path.get() : "");
 }
 
+std::string ProgramDirectory() {
+    std::string path(PATH_MAX, '\0');
+    const ssize_t length = readlink("/proc/self/exe", path.data(), path.size());
+    return path.substr(0, path.rfind('/', static_cast<std::size_t>(std::max<ssize_t>(length, 0))) + 1);
+}
+
+std::string UserDataDirectory() {
+    const auto absolute = [](const char *path) { return path != nullptr && *path == '/'; };
+    const char *const data = std::getenv("XDG_DATA_HOME");
+    if (absolute(data)) return WithSeparator(data);
+    const char *const home = std::getenv("HOME");
+    return absolute(home) ? WithSeparator(home) + ".local/share/" : "";
+}
+
 bool FileExists(const std::string &path) {
     struct stat status {};
     // The system would take a NUL for the end of the path and look at another file.
@@ -148,6 +163,19 @@ bool IsSameFile(const std::string &a, const std::string &b) {
 bool DirectoryExists(const std::string &path) {
     struct stat status {};
     return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+bool NameTaken(const std::string &path) {
+    struct stat status {};
+    return lstat(path.c_str(), &status) == 0;
+}
+
+void MakeDirectory(const std::string &path) {
+    for (std::size_t end = 0; end < path.size();) {
+        end = path.find('/', end + 1);
+        const std::string part = path.substr(0, end);
+        if (!DirectoryExists(part) && mkdir(part.c_str(), OwnDirectoryMode) != 0) Fail(part);
+    }
 }
 
 std::string FindDirectory(std::string directory, std::string_view path) {

@@ -18,10 +18,23 @@ std::string WithSeparator(std::string directory);
 // The current directory, ending in "/".
 std::string CurrentDirectory();
 
+// The directory that the running program's file lies in, links followed, ending in "/"; "" where the system does not
+// tell.
+std::string ProgramDirectory();
+
+// Where programs keep the user's own data (the desktops' XDG rule), ending in "/"; "" where no home is known.
+std::string UserDataDirectory();
+
 // A regular file that can be seen under this path.
 bool FileExists(const std::string &path);
 
 bool DirectoryExists(const std::string &path);
+
+// Something has this path, be it a link that leads nowhere.
+bool NameTaken(const std::string &path);
+
+// Makes a directory, and those above it that are missing, for the user alone. One that is there is left as it is.
+void MakeDirectory(const std::string &path);
 
 // Both paths lead to the same existing file.
 bool IsSameFile(const std::string &a, const std::string &b);

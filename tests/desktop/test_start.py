@@ -155,7 +155,7 @@ class Arguments(StartTest):
         self.assertRegex(done.stdout, r"\Aquintave \d+\.\d+(\.\d+)?\n\Z")
         self.assertEqual((done.returncode, done.stderr), (0, ""))
         done = self.run_without_display("--help")
-        self.assertRegex(done.stdout, r"\AUsage: quintave \[--resources DIR\] \[REPORT\.rpx\]\n")
+        self.assertRegex(done.stdout, r"\AUsage: quintave \[--resources DIR \| --user-resources\] \[REPORT\.rpx\]\n")
         self.assertEqual((done.returncode, done.stderr), (0, ""))
 
     def test_a_report_is_loaded_without_a_dialog(self):
