@@ -6,6 +6,7 @@
 #include "screen/selected_field.h"
 #include "screen/value_entry.h"
 #include "support/group_store.h"
+#include "support/open_files.h"
 #include "support/screen_test.h"
 #include "support/template_lines.h"
 
@@ -102,6 +103,20 @@ TEST_F(OpenedGroup, EnteringAndLeavingLeavesTheStoreByteForByte) {
     Press(Quintave.GrpExit);
     EXPECT_EQ(SamplesStore(), store);
     EXPECT_EQ(DataChanged, False);
+}
+
+TEST_F(OpenedGroup, TheStoreIsOpenOnlyWhileTheGroupIs) {
+    const auto open = OpenFileCount();
+    OpenSamples({Sample("0 m")});
+    EXPECT_EQ(OpenFileCount(), open + 1);
+    PressMove(Next);
+    Press(Quintave.TblFldInsert);
+    Press(Quintave.TblFldDelete);
+    EXPECT_EQ(OpenFileCount(), open + 1);
+    Press(Quintave.GrpExit);
+    EXPECT_EQ(OpenFileCount(), open);
+    Open(EmptyRow);
+    EXPECT_EQ(OpenFileCount(), open);
 }
 
 TEST_F(OpenedGroup, AGroupWithoutMembersSaysSoAndIsNotEntered) {

@@ -79,6 +79,14 @@ TEST(Includes, TheRoomsDoNotKnowWhichFrontTheyRunOn) {
     }
 }
 
+// Handlers run to their end on one thread, and what went wrong is told to the user, not to a log.
+TEST(Includes, NothingStartsAThreadOrKeepsALog) {
+    static const std::regex unwanted(R"(^(thread|future|mutex|condition_variable|pthread\.h|syslog\.h)$|)"
+                                     R"(^QtConcurrent|^Q(Thread|ThreadPool|Future|Debug|LoggingCategory)$)");
+    for (const auto &[file, includes] : ReadIncludes())
+        for (const auto &name : includes) EXPECT_FALSE(std::regex_search(name, unwanted)) << file << " " << name;
+}
+
 TEST(Includes, HeadersMakeNoCircle) {
     const auto includes = ReadIncludes();
     std::set<std::string> finished;

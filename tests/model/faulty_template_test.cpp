@@ -3,6 +3,7 @@
 #include "platform/files.h"
 #include "support/file_limit.h"
 #include "support/messages.h"
+#include "support/open_files.h"
 #include "support/screen_test.h"
 
 #include <filesystem>
@@ -308,17 +309,9 @@ TEST_F(FaultyTemplate, AFileThatCannotBeReadIsToldByTheTemplateCommand) {
     ExpectOldTemplateUsable();
 }
 
-namespace {
-
-std::size_t OpenFiles() {
-    return static_cast<std::size_t>(std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()));
-}
-
-} // namespace
-
 TEST_F(FaultyTemplate, NoFileStaysOpenAfterALoadOrAFailure) {
     StartWithOld();
-    const std::size_t open = OpenFiles();
+    const auto open = OpenFileCount();
     PickText(TemplateText({R"(1,30,"LIST","L","","")", "Red"}));
     PickText("no template");
     fs::create_directory(folder.Path() + "dir.ftf");
@@ -326,11 +319,11 @@ TEST_F(FaultyTemplate, NoFileStaysOpenAfterALoadOrAFailure) {
     fs::create_directory(folder.Path() + "GRP00003.$$$");
     PickText(TemplateText(OldTemplate));
     EXPECT_EQ(Dialogs.Messages.size(), 5U); // the reset before it cannot empty the group either
-    EXPECT_EQ(OpenFiles(), open);
+    EXPECT_EQ(OpenFileCount(), open);
     fs::remove(folder.Path() + "GRP00003.$$$");
     PickText(TemplateText(OldTemplate));
     EXPECT_EQ(TemplateName, "new.ftf");
-    EXPECT_EQ(OpenFiles(), open);
+    EXPECT_EQ(OpenFileCount(), open);
 }
 
 // --- Work files that cannot be written

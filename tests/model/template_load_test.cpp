@@ -373,6 +373,13 @@ TEST_F(TemplateLoad, TheRowWithoutFieldsHasNoEntryControlAndTakesNoKeys) {
 
 TEST_F(TemplateLoad, TheCountersStartAnew) {
     Start({TwoFields[0], TwoFields[1]});
+    for (Integer *counter : {&CurrentField, &ListTop, &LoadState, &DataChanged}) *counter = 1;
+    ASSERT_TRUE(LoadTemplateFile());
+    for (const Integer *counter : {&CurrentField, &ListTop, &LoadState, &DataChanged}) EXPECT_EQ(*counter, 0);
+}
+
+TEST_F(TemplateLoad, TheFirstTemplateIsShownFromItsFirstRow) {
+    Start({TwoFields[0], TwoFields[1]});
     EXPECT_EQ(CurrentField, 0);
     EXPECT_EQ(ListTop, 0);
     EXPECT_EQ(LoadState, 0);

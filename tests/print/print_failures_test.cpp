@@ -1,5 +1,6 @@
 // A print that fails: the message, the panel, the pointer, and what is left of the print and of the report's name.
 #include "support/file_limit.h"
+#include "support/open_files.h"
 #include "support/print_test.h"
 
 #include <gmock/gmock.h>
@@ -213,6 +214,22 @@ TEST_F(PrintFailure, ADamagedReportOnAFullDiskTellsOfTheDisk) {
     OpenFor("B.rpx");
     PressFile("out.txt");
     ExpectToldAndUsable("61 - Disk full");
+}
+
+TEST_F(PrintFailure, NoFileStaysOpenAfterAPrintOrAFailure) {
+    std::filesystem::create_symlink("/dev/full", PathOf("full.txt"));
+    const auto open = OpenFileCount();
+    for (const std::string &bytes :
+         {ReportText(Pages(2)), ReportText({ValueRecord(1, "Title", "good"), "x"}), std::string("no report")}) {
+        folder.Write("B.rpx", bytes);
+        for (const std::string name : {"out.txt", "full.txt", "missing/out.txt", "B.rpx"}) {
+            OpenFor("B.rpx");
+            PressFile(name);
+            if (Quintave.PrintFrame.Visible) PressPrinter();
+            EXPECT_EQ(OpenFileCount(), open) << name;
+            if (Quintave.PrintFrame.Visible) Press(Quintave.PrintFrameCancel);
+        }
+    }
 }
 
 TEST_F(PrintFailure, TheTextFileAfterAFailureStartsAfresh) {

@@ -278,6 +278,17 @@ TEST_F(TextPrint, ADataColumnBeyondTheLineBreaksAfterEachCharacter) {
               Blanks(76) + "T| \r\n" + Blanks(80) + "a\r\n" + Blanks(80) + "b\r\n\r\n");
 }
 
+TEST_F(TextPrint, ALongReportIsOneTextWithoutPages) {
+    std::string expected;
+    std::vector<std::string> records;
+    for (int n = 0; n < 100; ++n) {
+        records.push_back(R"(2,3,"Notes","one")");
+        records.insert(records.end(), {R"("two")", R"("three")"});
+        expected += "Notes|    one\r\n          two\r\n          three\r\n";
+    }
+    EXPECT_EQ(BodyOf(records, {.Indent = "10"}), expected);
+}
+
 // --- While it runs
 
 TEST_F(TextPrint, StarsGrowByRecordAndStartAgainEvery25) {

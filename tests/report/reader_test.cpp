@@ -1,5 +1,6 @@
 // Reading reports: header, records, titles, errors. Merging into entries: merge_test.cpp; occurrences of groups:
 // group_reader_test.cpp; the command: load_command_test.cpp.
+#include "support/open_files.h"
 #include "support/report_test.h"
 
 #include "platform/files.h"
@@ -331,6 +332,32 @@ TEST_F(Reader, AfterAFaultTheFileIsClosedAndMayBeWritten) {
     Forget();
     EXPECT_EQ(SaveAs("A.rpx"), ReportText({R"(1,1,"Title","x")"}));
     EXPECT_TRUE(Dialogs.Messages.empty());
+}
+
+TEST_F(Reader, NoFileStaysOpenAfterALoadASaveOrAFailure) {
+    Start({R"(1,60,"TEXT","Title","","")", R"(1,9,"LIST","Kind","","")", "\"Map\"", "XXX-1XXX",
+           R"(1,2,"GROUP START","Samples","","")", R"(2,5,"TEXT","Depth","","")", R"(1,1,"GROUP END","","","")"});
+    const std::string marker = R"(1,-9,"Samples","REPEATING GROUP, Occurrence #1")";
+    const std::string depth = R"(2,1,"Depth","a")";
+    std::filesystem::create_directory(folder.Path() + "dir.rpx");
+    const auto open = OpenFileCount();
+    for (const std::vector<std::string> &lines :
+         std::vector<std::vector<std::string>>{{R"(1,1,"Title","x")", R"(1,1,"Kind","Map")", marker, depth},
+                                               {marker, depth, "broken"},
+                                               {R"(1,1,"Kind","Globe")", R"(1,1,"Unknown","x")"}}) {
+        Load(lines);
+        EXPECT_EQ(OpenFileCount(), open);
+    }
+    Add("none.rpx");
+    SaveAs("saved.rpx");
+    Dialogs.Texts = {folder.Path() + "dir.rpx"};
+    Press(Quintave.CommandSaveAs);
+    EXPECT_EQ(OpenFileCount(), open);
+    for (const std::string name : {"LST00002.XXX", "GRP00003.XXX"}) {
+        std::filesystem::remove(folder.Path() + name);
+        Load({R"(1,1,"Kind","Map")", marker, depth});
+        EXPECT_EQ(OpenFileCount(), open) << name;
+    }
 }
 
 TEST_F(Reader, AFileThatIsGoneIsToldAndChangesNothing) {

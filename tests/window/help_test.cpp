@@ -67,6 +67,12 @@ TEST_F(HelpWindows, TypingInItChangesNothing) {
     EXPECT_EQ(DataChanged, False);
 }
 
+TEST_F(HelpWindows, ASecondClickReloadsNothing) {
+    folder.Write("A.HLP", "Other text");
+    Click(Named("CommandMoreHelp"));
+    EXPECT_EQ(Text().toPlainText(), "\nAbout A\nsecond line");
+}
+
 TEST_F(HelpWindows, ClosedItCanBeOpenedAgain) {
     Window()->close();
     Settle();

@@ -59,6 +59,16 @@ TEST_F(Lists, EachRowShowsItsOwnEntryControlOnly) {
     }
 }
 
+TEST_F(Lists, EachPartOfARowHasItsPlaceAndALongRowIsCut) {
+    Start({R"(1,60,"TEXT","A title of 26 characters..","","")", R"(1,60,"TEXT","A title of 27 characters...","","")"});
+    for (const int row : {0, 1}) {
+        DoubleClickRow(Fields(), row);
+        Type(QString(row == 0 ? 29 : 30, 'x') + "\n");
+    }
+    EXPECT_EQ(RowText(Fields(), 0), " A title of 26 characters..| " + std::string(29, 'x'));
+    EXPECT_EQ(RowText(Fields(), 1), " ...tle of 27 characters...| " + std::string(26, 'x') + "...");
+}
+
 TEST_F(Lists, AClickShowsTheValueOfTheRow) {
     Start(AllKinds());
     DoubleClickRow(Fields(), TitleRow);

@@ -128,6 +128,24 @@ TEST_F(Session, AnotherTemplateReplacesTheRows) {
     EXPECT_EQ(FocusName(), "List1_0");
 }
 
+// While it runs, the save that it may offer counts as one of its own.
+TEST_F(Session, TheTemplateCommandSavesForItselfUntilItsEnd) {
+    TypeSomething();
+    const auto cancelWhileSaving = [](QDialog &dialog) {
+        EXPECT_EQ(QuitSave, True);
+        dialog.reject();
+    };
+    Dialogs.Press(QMessageBox::Yes);
+    Dialogs.Next(cancelWhileSaving);
+    Click(Named("CommandTemplate"));
+    EXPECT_EQ(QuitSave, False);
+    Dialogs.Press(QMessageBox::No);
+    Dialogs.Next(cancelWhileSaving);
+    Click(Named("CommandTemplate"));
+    EXPECT_EQ(Dialogs.Titles.back(), "Select a new FIELDS TEMPLATE File...");
+    EXPECT_EQ(QuitSave, False);
+}
+
 TEST_F(Session, TheBannerTakesNoFocusAndGoesAway) {
     Start(AllKinds());
     ShowBanner("Quintave - Version 2.0");
