@@ -3,8 +3,8 @@
 import signal
 import unittest
 
-from case import (SAVE_TITLE, TEMPLATE_TITLE, DesktopTest, cancel_dialog, fill, lines, open_box, reply, save_as,
-                  start_entry, value_of, work_files)
+from case import (OPEN_TITLE, SAVE_TITLE, TEMPLATE_TITLE, DesktopTest, cancel_dialog, fill, lines, open_box, reply,
+                  save_as, start_entry, value_of, work_files)
 
 RESET = ("CLEAR ALL FIELDS (Reset)", "Do you want to SAVE these field settings before you RESET?")
 QUIT = ("Quit Quintave", "Do you want to SAVE this field information before you QUIT?")
@@ -285,6 +285,39 @@ class Close(WayOut, SessionTest):
             desk.wait_focus("Use Quintave")
             self.press(desk)
             self.assert_ended(desk)
+
+    def test_from_the_print_panel_asks_nothing(self):
+        with self.desk() as desk:
+            start_entry(desk)
+            fill(desk, "Title", "Fens")
+            desk.key("ctrl+p")
+            reply(desk, "Yes", "PRINT CURRENT SCREEN FIELDS?")
+            desk.wait_focus("NO Section/Field Indent")
+            self.press(desk)
+            self.assert_ended(desk)
+            self.assertEqual(list(desk.cwd.iterdir()), [])
+
+
+class Traces(SessionTest):
+    def test_a_whole_session_leaves_only_the_users_file(self):
+        with self.desk() as desk:
+            before = self.files(desk)
+            start_entry(desk)
+            self.enter_something(desk)
+            desk.key("ctrl+s")
+            save_as(desk, desk.cwd / "kept.rpx")
+            desk.key("ctrl+a")
+            cancel_dialog(desk, OPEN_TITLE)
+            desk.key("ctrl+q")
+            self.assertEqual(desk.wait_exit(), 0)
+            self.assertEqual(self.files(desk) - before, {desk.cwd / "kept.rpx"})
+            self.assertEqual(desk.output(), "")
+
+    def files(self, desk):
+        """All files of the home, the working directory and the resource directory, but those of other programs."""
+        found = {path for folder in (desk.display.folder / "home", desk.cwd, desk.resources)
+                 for path in folder.rglob("*") if path.is_file()}
+        return found - {desk.resources / name for name in self.WORK_FILES}
 
 
 class Signal(SessionTest):

@@ -10,6 +10,7 @@
 
 #include <QApplication>
 #include <QSessionManager>
+#include <QSettings>
 #include <QSocketNotifier>
 #include <QWidget>
 
@@ -74,6 +75,8 @@ void NeedDisplay(int argc, char **argv) {
 
 void StartProgram(int &argc, char **argv) {
     NeedDisplay(argc, argv);
+    // The toolkit's file dialog would write down where the user has been; nothing is kept between runs but his files.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
     auto *application = new QApplication(argc, argv); // lives as long as the process
     application->setApplicationName("quintave");
     application->setQuitOnLastWindowClosed(false);
