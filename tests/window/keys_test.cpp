@@ -359,6 +359,17 @@ TEST_F(Keys, ALetterOnAChoiceRowSelectsTheFirstSuchChoiceAndAcceptsTheOnlyOne) {
     EXPECT_EQ(FocusName(), "List1_0");
 }
 
+TEST_F(Keys, AChoiceThatBeginsInLowerCaseIsNotFoundByItsLetter) {
+    Start({R"(1,20,"LIST","Colour","","")", "Amber", "pink", "Coral", "XXX-1XXX"});
+    DoubleClickRow(Fields(), 0);
+    ClickRow(Choices(), 2);
+    for (const char *letter : {"p", "P"}) {
+        Type(letter);
+        EXPECT_EQ(SelectedRow(Choices()), 2) << letter;
+        EXPECT_EQ(RowText(Fields(), 0), " Colour                    | ") << letter;
+    }
+}
+
 TEST_F(Keys, ASmallCOnTheChoicesStartsNoSearch) {
     Start({R"(1,20,"LIST","Colour","","")", "Amber", "Cyan", "Coral", "XXX-1XXX"});
     DoubleClickRow(Fields(), 0);

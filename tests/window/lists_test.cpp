@@ -160,6 +160,17 @@ TEST_F(Lists, AClickOntoOtherShowsItsBoxAndOffItHidesIt) {
     EXPECT_EQ(RowText(Fields(), ColourRow), " Colour                    | ");
 }
 
+TEST_F(Lists, TheOtherBoxStandsBesideChoicesOnly) {
+    Start(AllKinds());
+    RowValue[ColourRow] = "teal";
+    for (const int row : {TitleRow, AbstractRow, NotesRow, DashesRow, SamplesRow}) {
+        ClickRow(Fields(), ColourRow);
+        EXPECT_TRUE(IsShown("Text2_2"));
+        ClickRow(Fields(), row);
+        EXPECT_FALSE(IsShown("Text2_2")) << row;
+    }
+}
+
 TEST_F(Lists, TheSectionPathAndTheLevelFollowTheRow) {
     Start({R"(1,30,"TEXT","Before","","")", R"(1,-1,"TEXT","Citation","","")", R"(2,1,"TEXT","Heading","","")",
            R"(3,30,"TEXT","Deep","","")", R"(-2,30,"TEXT","Flat","","")"});

@@ -3,6 +3,8 @@
 
 #include <QGroupBox>
 
+#include <cstdio>
+
 namespace {
 
 const std::string Header = "0,\"QuintaveV2\",\"SITE.FTF\"\r\n";
@@ -70,6 +72,20 @@ TEST_F(Loads, AFaultInTheFileIsToldAndTheRowsBeforeItStay) {
     EXPECT_EQ(Value(TitleRow), "x");
     EXPECT_EQ(The<QGroupBox>("editframe").title(), "[Template: SITE.FTF] - RPX File(s): a; ");
     EXPECT_EQ(FocusName(), "List1_0");
+}
+
+TEST_F(Loads, AMissingChoiceFileEndsTheLoad) {
+    folder.Write("LIST.FTF", "\"QUINTAVE FIELDS TEMPLATE FILE\",\"QuintaveV2\",\"\",\"\",\"\",\"\"\r\n"
+                             "1,9,\"LIST\",\"Kind\",\"\",\"\"\r\nMap\r\nXXX-1XXX\r\n");
+    Dialogs.Pick(folder.Path() + "LIST.FTF");
+    Click(Named("CommandTemplate"));
+    ASSERT_EQ(std::remove((folder.Path() + "LST00001.XXX").c_str()), 0);
+    Load("1,1,\"Kind\",\"Map\"\r\n", {QMessageBox::Ok});
+    EXPECT_EQ(Dialogs.Boxes.back(),
+              (SeenBox{"ERROR LOADING a.rpx",
+                       "Error:  53 - File not found\n\n\nQuintave Data Fields may have been corrupted!\n\nYou might "
+                       "want to `RESET' and start over!",
+                       QMessageBox::Critical, QMessageBox::Ok, QMessageBox::Ok}));
 }
 
 TEST_F(Loads, AfterALoadTheSelectedRowsBoxShowsItsValue) {

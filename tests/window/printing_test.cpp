@@ -61,17 +61,23 @@ protected:
     }
 };
 
-// Notes the pointer's shape whenever a widget is painted.
-class PointerWatch : public QObject {
+// Notes what can be seen whenever the status is painted while a print runs.
+class PrintWatch : public QObject {
 public:
     bool eventFilter(QObject *, QEvent *event) override {
         if (event->type() != QEvent::Paint) return false;
         const QCursor *const shape = QApplication::overrideCursor();
-        Shapes.push_back(shape == nullptr ? Qt::ArrowCursor : shape->shape());
+        if (shape == nullptr) return false;
+        Shapes.push_back(shape->shape());
+        Captions.push_back(The<QLabel>("printLabel").text().toStdString());
+        for (const char *name : {"PrintFramePrint_0", "PrintFramePrint_1", "PrintFrameCancel"})
+            Enabled.push_back(Named(name).isEnabled());
         return false;
     }
 
     std::vector<Qt::CursorShape> Shapes;
+    std::vector<std::string> Captions;
+    std::vector<bool> Enabled; // of the panel's three commands
 };
 
 } // namespace
@@ -162,14 +168,26 @@ TEST_F(Printing, TheFileDialogueStartsEmptyAndAsksBeforeItReplaces) {
     ExpectEntryScreen();
 }
 
+TEST_F(Printing, WhileItPrintsTheStatusCountsAndNoCommandCanBeGiven) {
+    folder.Write("out.txt", "");
+    OpenForOldReport();
+    PrintWatch watch;
+    Named("printLabel").installEventFilter(&watch);
+    Replace("out.txt");
+    EXPECT_THAT(watch.Captions, testing::ElementsAre("   Printing To File *"));
+    EXPECT_THAT(watch.Enabled, testing::ElementsAre(false, false, false));
+    OpenForOldReport();
+    ExpectPanel();
+}
+
 TEST_F(Printing, ThePointerIsTheHourglassWhileItPrintsAndNormalAfterwards) {
     folder.Write("out.txt", "");
     std::filesystem::create_symlink("/dev/full", folder.Path() + "full.txt");
     OpenForOldReport();
-    PointerWatch watch;
+    PrintWatch watch;
     Named("printLabel").installEventFilter(&watch);
     Replace("out.txt");
-    EXPECT_THAT(watch.Shapes, testing::Contains(Qt::WaitCursor));
+    EXPECT_THAT(watch.Shapes, testing::ElementsAre(Qt::WaitCursor));
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
     OpenForOldReport();
     Dialogs.Pick(folder.Path() + "full.txt");

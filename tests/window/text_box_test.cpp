@@ -135,6 +135,16 @@ TEST_F(TextBoxes, TheLimitCountsALineBreakAsTwoCharacters) {
     EXPECT_EQ(Box("Text1_6").toPlainText(), "ab\ncd");
 }
 
+TEST_F(TextBoxes, ALimitOf999OrMoreLimitsNothing) {
+    Start({R"(1,999,"TEXT","A","","")", R"(1,20,"MEMO","B","","")", R"(1,998,"TEXT","C","","")"});
+    const std::vector<std::pair<const char *, int>> lengths{{"Text1_2", 3000}, {"Text1_3", 3000}, {"Text1_2", 998}};
+    for (std::size_t row = 0; row < lengths.size(); ++row) {
+        DoubleClickRow(Fields(), static_cast<int>(row));
+        PasteText(QString(3000, 'x'));
+        EXPECT_EQ(Box(lengths[row].first).toPlainText().size(), lengths[row].second) << row;
+    }
+}
+
 TEST_F(TextBoxes, EnterInATextBoxCommitsAndSelectsTheNextRow) {
     Open(TitleRow);
     Type("Wells\n");
