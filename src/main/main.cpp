@@ -61,7 +61,7 @@ int main(int argc, char **argv) {
         }
     ConnectMainWindow();
     if (!LoadMainWindow(arguments)) return 0;
-    ShowMainWindow(MainLayout(), CloseMainWindow, EndSession);
+    ShowMainWindow(MainLayout(), CloseMainWindow, OfferSave, EndSession);
     RunAsEvent(ActivateMainWindow);
     return RunProgram();
 }

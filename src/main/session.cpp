@@ -112,15 +112,17 @@ void CommandQuit_Click() {
 }
 
 bool CloseMainWindow() {
-    if (Quintave.editframe.Visible) {
-        CommitPendingEdit();
-        if (!MayEnd("Do you want to SAVE THE CHANGES you made?", "Done with SESSION")) {
-            SetFocus(ActiveRows());
-            return false;
-        }
-    }
+    if (!OfferSave()) return false;
     EndSession();
     return true;
+}
+
+bool OfferSave() {
+    if (!Quintave.editframe.Visible) return true;
+    CommitPendingEdit();
+    const bool goesOn = MayEnd("Do you want to SAVE THE CHANGES you made?", "Done with SESSION");
+    if (!goesOn) SetFocus(ActiveRows());
+    return goesOn;
 }
 
 void EndSession() {

@@ -13,5 +13,8 @@ void CommandQuit_Click();
 // The main window is to be closed. False where the user refused.
 bool CloseMainWindow();
 
+// Asks, as on closing, whether unsaved entries are to be saved. False where the user refused to go on.
+bool OfferSave();
+
 // Ends the program at once: nothing is asked or saved, work files are deleted and the directory's lock is free again.
 void EndSession();

@@ -169,35 +169,30 @@ void AddRowWithoutFields() {
 
 // Reads the template and writes its work files while everything of the old one still stands.
 bool PrepareTemplate(const std::string &path, TemplateContent &content) {
-    try {
+    bool isRead = false;
+    const Integer fault = FaultOf([&] {
         if (!path.empty()) content = ReadTemplate(path);
-    } catch (const RuntimeError &error) {
-        HideBanner();
-        TellUnreadable(error.Number);
-        return false;
-    }
-    try {
+        isRead = true;
         ReplaceWorkFiles(content);
-    } catch (const RuntimeError &error) {
-        HideBanner();
-        TellWorkFileError(error.Number);
-        return false;
-    }
-    return true;
+    });
+    if (fault == 0) return true;
+    HideBanner();
+    isRead ? TellWorkFileError(fault) : TellUnreadable(fault);
+    return false;
 }
 
 // The header of the template at a path, after its message where it is wrong or cannot be read.
 enum class Header { Good, Wrong, Unreadable };
 
 Header CheckHeader(const std::string &path, std::string &suffix) {
-    try {
-        if (ReadTemplateHeader(path, suffix)) return Header::Good;
-    } catch (const RuntimeError &error) {
-        TellUnreadable(error.Number);
+    bool good = false;
+    const Integer fault = FaultOf([&] { good = ReadTemplateHeader(path, suffix); });
+    if (fault != 0) {
+        TellUnreadable(fault);
         return Header::Unreadable;
     }
-    TellWrongHeader();
-    return Header::Wrong;
+    if (!good) TellWrongHeader();
+    return good ? Header::Good : Header::Wrong;
 }
 
 // The first template cannot be used: the window opens empty, as where there is none.
@@ -213,13 +208,7 @@ std::string AskForTemplate() {
                          .Filter = "Quintave FTF(*.ftf,*.tbl)|*.ftf;*.tbl|All files(*.*)|*.*",
                          .FileName = "",
                          .Flags = FileMustExist + HideReadOnly};
-    try {
-        ShowOpen(Quintave.cmDialog);
-    } catch (const RuntimeError &error) {
-        MsgBox("Error: " + ErrorText(error.Number), CriticalIcon, "Quintave");
-        return "";
-    }
-    return Quintave.cmDialog.FileName;
+    return PickFile(Quintave.cmDialog, ShowOpen);
 }
 
 // Loads the template that the user picked; the old one stays where that fails.

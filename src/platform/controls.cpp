@@ -50,15 +50,8 @@ void FireIndexed(const Control &control, Event event) {
 
 // The edge between the user and the handlers: what no command has trapped is told here, and the program goes on.
 template <class Act> void AtTheEdge(Act act) {
-    try {
-        act();
-    } catch (const RuntimeError &error) {
-        MsgBox("Error: " + ErrorText(error.Number), CriticalIcon, "Quintave");
-    } catch (const std::bad_alloc &) {
-        MsgBox("Error: " + ErrorText(OutOfMemory), CriticalIcon, "Quintave");
-    } catch (const std::out_of_range &) {
-        MsgBox("Error: " + ErrorText(SubscriptOutOfRange), CriticalIcon, "Quintave");
-    }
+    const Integer fault = FaultOf(act);
+    if (fault != 0) MsgBox("Error: " + ErrorText(fault), CriticalIcon, "Quintave");
 }
 
 // The focus leaves its control, which was hidden or disabled or is about to be left.

@@ -50,3 +50,6 @@ struct CommonDialog {
 // May throw the error of a directory that cannot be shown.
 void ShowOpen(CommonDialog &dialog);
 void ShowSave(CommonDialog &dialog);
+
+// The file that the user picks in one of the two, "" for none; an error is told.
+std::string PickFile(CommonDialog &dialog, void (*show)(CommonDialog &));

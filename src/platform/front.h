@@ -23,10 +23,18 @@ void HideBanner();
 // The pointer shows that something takes its time, until false.
 void ShowBusyPointer(bool busy);
 
+// The same for as long as it lives.
+struct BusyPointer {
+    BusyPointer() { ShowBusyPointer(true); }
+    ~BusyPointer() { ShowBusyPointer(false); }
+    BusyPointer(const BusyPointer &) = delete;
+    BusyPointer &operator=(const BusyPointer &) = delete;
+};
+
 // Lets the window be painted and answer the desktop in the middle of a long work; the user's acts wait.
 void KeepWindowAlive();
 
-// Paints a control now, in the middle of a long work; not more often than an eye can follow.
+// Paints a control now, in the middle of a long work; not more often than a screen shows.
 void RepaintNow(Control &control);
 
 // The screen's size in twips.

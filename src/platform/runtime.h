@@ -5,6 +5,8 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <new>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -51,6 +53,22 @@ std::string_view Description(Integer number);
 // "61 - Disk full": the part that every message about an error has in common.
 std::string ErrorText(Integer number);
 
+// Runs a part of a command; the number of the error that stopped it, 0 for none. Memory that ran out is error 7.
+template <class Act> Integer FaultOf(Act act) {
+    try {
+        act();
+    } catch (const RuntimeError &error) {
+        return error.Number;
+    } catch (const std::bad_alloc &) {
+        return OutOfMemory;
+    } catch (const std::length_error &) { // a text longer than any memory
+        return OutOfMemory;
+    } catch (const std::out_of_range &) {
+        return SubscriptOutOfRange;
+    }
+    return 0;
+}
+
 // The number as an Integer; error 6 outside -32768 ... 32767.
 constexpr Integer ToInteger(long long number) {
     if (number < INT16_MIN || number > INT16_MAX) throw RuntimeError{Overflow};
@@ -83,9 +101,6 @@ public:
 
     // The table anew, every cell empty, with indexes 0 to upper.
     void Size(Integer upper) { cells.assign(static_cast<std::size_t>(upper) + 1, T{}); }
-
-    // Room for one index more.
-    void Extend() { cells.emplace_back(); }
 
     Integer UpperBound() const { return ToInteger(cells.size() - 1); }
 

@@ -82,22 +82,14 @@ bool PrepareScreen() {
     return true;
 }
 
-std::string AskForFile(bool save, CommonDialog dialog) {
-    Quintave.cmDialog = std::move(dialog);
-    try {
-        save ? ShowSave(Quintave.cmDialog) : ShowOpen(Quintave.cmDialog);
-        return Quintave.cmDialog.FileName;
-    } catch (const RuntimeError &error) {
-        MsgBox("Error: " + ErrorText(error.Number), CriticalIcon, "Quintave");
-        return "";
-    }
-}
-
 // A saved report that the user picks; false for none, or after the message.
 bool PickReport() {
-    const std::string path = AskForFile(false, {.Title = "Pick a Quintave report (*.RPX) file to print...",
-                                                .InitDir = ReportFileDir,
-                                                .Filter = "Quintave Files(*.rpx)|*.rpx|All files(*.*)|*.*"});
+    Quintave.cmDialog = {.Title = "Pick a Quintave report (*.RPX) file to print...",
+                         .InitDir = ReportFileDir,
+                         .Filter = "Quintave Files(*.rpx)|*.rpx|All files(*.*)|*.*",
+                         .FileName = "",
+                         .Flags = 0};
+    const std::string path = PickFile(Quintave.cmDialog, ShowOpen);
     if (path.empty()) return false;
     std::string directory;
     std::string name;
@@ -121,19 +113,19 @@ void PrintCopies() {
 bool PrintToFile() {
     const std::string sourceDir = ReportFileDir;
     const std::string sourceName = ReportFileName;
-    const std::string path = AskForFile(true, {.Title = "Pick an ASCII Quintave print file name...",
-                                               .Filter = "ASCII Text|*.txt; *.asc|All files|*.*",
-                                               .Flags = OverwritePrompt});
+    Quintave.cmDialog = {.Title = "Pick an ASCII Quintave print file name...",
+                         .InitDir = "",
+                         .Filter = "ASCII Text|*.txt; *.asc|All files|*.*",
+                         .FileName = "",
+                         .Flags = OverwritePrompt};
+    const std::string path = PickFile(Quintave.cmDialog, ShowSave);
     if (path.empty()) return false;
     SplitPath(path, ReportFileDir, ReportFileName);
-    try {
-        PrintReportToFile(sourceDir + sourceName);
-    } catch (const RuntimeError &) {
-        ReportFileDir = sourceDir;
-        ReportFileName = sourceName;
-        throw;
-    }
-    return true;
+    const Integer fault = FaultOf([&] { PrintReportToFile(sourceDir + sourceName); });
+    if (fault == 0) return true;
+    ReportFileDir = sourceDir;
+    ReportFileName = sourceName;
+    throw RuntimeError{fault};
 }
 
 void TellPrintError(Integer number) {
@@ -193,19 +185,13 @@ void PrintIndent_LostFocus() {
 
 void PrintFramePrint_Click(Integer Index) {
     EnablePrintButtons(false);
-    try {
-        if (Index == ToPrinter) {
-            PrintCopies();
-        } else if (!PrintToFile()) {
-            StayOnPanel(Index);
-            return;
-        }
-    } catch (const RuntimeError &error) {
-        TellPrintError(error.Number);
+    bool printed = true;
+    const Integer fault = FaultOf([&] { Index == ToPrinter ? PrintCopies() : void(printed = PrintToFile()); });
+    if (fault != 0) TellPrintError(fault);
+    if (fault == 0 && printed)
+        LeavePanel();
+    else
         StayOnPanel(Index);
-        return;
-    }
-    LeavePanel();
 }
 
 void PrintFrameCancel_Click() { LeavePanel(); }

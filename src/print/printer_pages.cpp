@@ -86,30 +86,22 @@ PrintSink OpenPages() {
 
 void PrintPages(ItemInput &input, Integer copy) {
     const PrintSink sink = OpenPages();
-    try {
+    const Integer fault = FaultOf([&] {
         if (ReadReportHeader(input)) {
             PlaceReport(input, ReadPrintOptions(), sink, "   Printing Copy " + std::to_string(copy));
         } else {
             PrintText(HeaderFailure);
             EndPrinterLine();
         }
-    } catch (const RuntimeError &error) {
-        if (error.Number != PrinterError) ClosePrinter(); // what could be read is printed
-        throw;
-    }
-    ClosePrinter();
+    });
+    if (fault != PrinterError) ClosePrinter(); // what could be read is printed
+    if (fault != 0) throw RuntimeError{fault};
 }
 
 } // namespace
 
 void PrintReportToPrinter(Integer copy) {
     ItemInput input = OpenItems(ReportFileDir + ReportFileName);
-    ShowBusyPointer(true);
-    try {
-        PrintPages(input, copy);
-    } catch (const RuntimeError &) {
-        ShowBusyPointer(false);
-        throw;
-    }
-    ShowBusyPointer(false);
+    const BusyPointer busy;
+    PrintPages(input, copy);
 }

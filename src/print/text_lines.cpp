@@ -70,14 +70,11 @@ void WriteReport(ItemInput &input) {
 void WriteFile(ItemInput &input, const std::string &path) {
     Output.emplace(path, OutputFile::Access::User);
     Line.clear();
-    try {
-        WriteReport(input);
-    } catch (const RuntimeError &) {
-        // What could be read stays in the file; a fault of the file itself is the one to tell.
-        Output->Close(false);
-        throw;
-    }
-    Output->Close(true);
+    const Integer fault = FaultOf([&] { WriteReport(input); });
+    // What could be read stays in the file; a fault of the file itself is the one to tell.
+    Output->Close(fault == 0);
+    Output.reset();
+    if (fault != 0) throw RuntimeError{fault};
 }
 
 } // namespace
@@ -86,14 +83,6 @@ void PrintReportToFile(const std::string &source) {
     const std::string path = ReportFileDir + ReportFileName;
     if (IsSameFile(source, path)) throw RuntimeError{FileAlreadyOpen};
     ItemInput input = OpenItems(source);
-    ShowBusyPointer(true);
-    try {
-        WriteFile(input, path);
-    } catch (const RuntimeError &) {
-        Output.reset();
-        ShowBusyPointer(false);
-        throw;
-    }
-    Output.reset();
-    ShowBusyPointer(false);
+    const BusyPointer busy;
+    WriteFile(input, path);
 }

@@ -53,13 +53,7 @@ std::string AskForReport() {
                          .Filter = "Quintave Files(*.rpx)|*.rpx|All files(*.*)|*.*",
                          .FileName = "",
                          .Flags = 0};
-    try {
-        ShowOpen(Quintave.cmDialog);
-    } catch (const RuntimeError &error) {
-        MsgBox("Error: " + ErrorText(error.Number), CriticalIcon, "Quintave");
-        return "";
-    }
-    return Quintave.cmDialog.FileName;
+    return PickFile(Quintave.cmDialog, ShowOpen);
 }
 
 } // namespace

@@ -120,15 +120,7 @@ void ForgetFile() {
 
 // The occurrences of a block that a fault cut short stay, as every value before the fault does. That they cannot be
 // stored either is not worth a second message.
-void KeepOpenBlock() {
-    try {
-        EndBlock();
-    } catch (const RuntimeError &) {
-        return;
-    } catch (const std::bad_alloc &) {
-        return;
-    }
-}
+void KeepOpenBlock() { FaultOf(EndBlock); }
 
 LoadResult PlaceFile(ItemInput &input) {
     RememberFile();
@@ -136,15 +128,10 @@ LoadResult PlaceFile(ItemInput &input) {
     ForgetTitlesRead();
     StartBlocks();
     bool whole = false;
-    Integer fault = 0;
-    try {
+    const Integer fault = FaultOf([&] {
         whole = PlaceRecords(input);
         EndBlock();
-    } catch (const RuntimeError &error) {
-        fault = error.Number;
-    } catch (const std::bad_alloc &) {
-        fault = OutOfMemory;
-    }
+    });
     if (fault != 0) {
         KeepOpenBlock();
         TellLoadError(fault);
@@ -159,10 +146,9 @@ LoadResult PlaceFile(ItemInput &input) {
 
 LoadResult LoadReportFile() {
     ItemInput input;
-    try {
-        input = OpenItems(ReportFileDir + ReportFileName);
-    } catch (const RuntimeError &error) {
-        TellLoadError(error.Number);
+    const Integer fault = FaultOf([&] { input = OpenItems(ReportFileDir + ReportFileName); });
+    if (fault != 0) {
+        TellLoadError(fault);
         return LoadResult::Refused;
     }
     if (!ReadReportHeader(input)) {
@@ -171,8 +157,6 @@ LoadResult LoadReportFile() {
                CriticalIcon, "INVALID FILE FORMAT");
         return LoadResult::Refused;
     }
-    ShowBusyPointer(true);
-    const LoadResult result = PlaceFile(input);
-    ShowBusyPointer(false);
-    return result;
+    const BusyPointer busy;
+    return PlaceFile(input);
 }

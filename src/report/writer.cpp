@@ -170,10 +170,9 @@ bool WriteReportFile() {
         FileMark = ReportFileName;
         FileMarkDir = ReportFileDir;
     }
-    try {
-        WriteReport(ReportFileDir + ReportFileName, temporary);
-    } catch (const RuntimeError &error) {
-        MsgBox("Error: " + ErrorText(error.Number) + NL +
+    const Integer fault = FaultOf([&] { WriteReport(ReportFileDir + ReportFileName, temporary); });
+    if (fault != 0) {
+        MsgBox("Error: " + ErrorText(fault) + NL +
                    "Error writing to this file! (read only file or drive? full drive? file locked? wrong privileges?). "
                    "Correct the problem and try again, or 'SaveAs' to a different file name or location.",
                CriticalIcon, "Quintave");

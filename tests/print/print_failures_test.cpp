@@ -6,6 +6,8 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <new>
+#include <stdexcept>
 
 namespace {
 
@@ -54,6 +56,24 @@ TEST_F(PrintFailure, WithoutADefaultPrinter) {
     PressPrinter();
     ExpectToldAndUsable("482 - Printer error");
     EXPECT_EQ(Focused(), &Quintave.PrintFramePrint[ToPrinter]);
+    ExpectNamesIntact();
+}
+
+TEST_F(PrintFailure, MemoryRunsOutOnAPage) {
+    OpenFor("A.rpx");
+    Progress.OnRepaint = [](const Control &) { throw std::bad_alloc(); };
+    PressPrinter();
+    Progress.OnRepaint = nullptr;
+    ExpectToldAndUsable("7 - Out of memory");
+    ExpectNamesIntact();
+}
+
+TEST_F(PrintFailure, MemoryRunsOutInATextFile) {
+    OpenFor("A.rpx");
+    Progress.OnRepaint = [](const Control &) { throw std::length_error("too long"); };
+    PressFile("out.txt");
+    Progress.OnRepaint = nullptr;
+    ExpectToldAndUsable("7 - Out of memory");
     ExpectNamesIntact();
 }
 

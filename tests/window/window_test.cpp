@@ -149,7 +149,7 @@ void WindowTest::WriteTemplate(const std::vector<std::string> &lines, const std:
 
 void WindowTest::StartUp() {
     ASSERT_TRUE(LoadMainWindow({}));
-    ShowMainWindow(MainLayout(), CloseMainWindow, EndSession);
+    ShowMainWindow(MainLayout(), CloseMainWindow, OfferSave, EndSession);
     ActivateMainWindow();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(MainWindow()));
     // The banner lines of the start-up frame come by a timer.

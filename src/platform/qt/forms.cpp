@@ -15,6 +15,7 @@
 #include <cmath>
 #include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -31,8 +32,9 @@ public:
             AddView(*part, this);
             WidgetOf(*part)->setFocusPolicy(Qt::StrongFocus);
         }
+        const QPoint screen = QGuiApplication::primaryScreen()->geometry().topLeft();
         resize(Pixels(*this, form.Width), Pixels(*this, form.Height));
-        move(Pixels(*this, form.Left), Pixels(*this, form.Top));
+        move(screen + QPoint(Pixels(*this, form.Left), Pixels(*this, form.Top)));
         Place();
     }
 
@@ -44,6 +46,15 @@ public:
     FormWindow &operator=(const FormWindow &) = delete;
 
 protected:
+    // The window manager has framed the window by now: the frame too stands within the place that was asked for.
+    void paintEvent(QPaintEvent *event) override {
+        QWidget::paintEvent(event);
+        const QSize frame = frameGeometry().size() - size();
+        if (std::exchange(framed, true) || frame.isNull()) return;
+        QMetaObject::invokeMethod(
+            this, [this, frame] { move(pos() - QPoint(frame.width(), frame.height())); }, Qt::QueuedConnection);
+    }
+
     void resizeEvent(QResizeEvent *event) override {
         QWidget::resizeEvent(event);
         Report([this] { UserResizes(form, Twips(width()), Twips(height())); });
@@ -67,6 +78,7 @@ private:
 
     Control &form;
     std::vector<Control *> parts;
+    bool framed = false; // painted once
 };
 
 // The open forms; a closed one is null.
@@ -95,12 +107,11 @@ void CloseForm(Control &form) {
 }
 
 void RepaintNow(Control &control) {
-    // Faster than this no eye sees the difference, and the work waits for it.
-    constexpr qint64 LeastMilliseconds = 50;
+    constexpr qint64 LeastMilliseconds = 16; // a screen's own frame: it would not show more
     static QElapsedTimer sinceLast;
     if (sinceLast.isValid() && sinceLast.elapsed() < LeastMilliseconds) return;
     ShowChanges();
     if (QWidget *const widget = WidgetOf(control)) widget->repaint();
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    KeepWindowAlive();
     sinceLast.start();
 }

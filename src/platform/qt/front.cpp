@@ -52,7 +52,8 @@ void ShowBusyPointer(bool busy) {
 
 void KeepWindowAlive() {
     ShowChanges();
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    // A signal or the session's end, which come by sockets, would find the work half done.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
 }
 
 std::string ShortDate() {

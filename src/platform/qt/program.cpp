@@ -9,6 +9,7 @@
 #include "platform/front.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QSessionManager>
 #include <QSettings>
 #include <QSocketNotifier>
@@ -36,7 +37,7 @@ extern "C" void PassSignal(int number) {
 }
 
 // Runs `end` when the program is told to go. The program ends right there: it may be in the middle of a dialogue, and
-// what would run after that must not bring work files back.
+// what would run after that must not bring work files back. So it does at the session's end.
 void EndOnSignals(void (*end)()) {
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, SignalPipe) != 0) return;
     auto *notifier = new QSocketNotifier(SignalPipe[1], QSocketNotifier::Read, QCoreApplication::instance());
@@ -50,16 +51,34 @@ void EndOnSignals(void (*end)()) {
     for (const int number : {SIGTERM, SIGHUP, SIGINT}) std::signal(number, PassSignal);
 }
 
-// The desktop's session ends: asked as on closing where asking is allowed, and never held up otherwise.
-void AskBeforeSessionEnd(bool (*mayClose)()) {
-    QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp, [mayClose](QSessionManager &manager) {
+// The desktop's session is about to end: asked as on closing where asking is allowed, never held up otherwise. Another
+// program may still hold the session, so this one goes on until it is told to end.
+void AskBeforeSessionEnd(bool (*maySave)()) {
+    QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp, [maySave](QSessionManager &manager) {
         if (!manager.allowsInteraction()) return;
-        bool closes = false;
-        Report([&] { RunAsEvent([&] { closes = mayClose(); }); });
-        manager.release();
-        if (!closes) manager.cancel();
+        // An open dialogue waits for its answer, as it does when the window is closed.
+        bool goesOn = QApplication::activeModalWidget() == nullptr;
+        if (goesOn) Report([&] { RunAsEvent([&] { goesOn = maySave(); }); });
+        // A release would let the session go on: no refusal is heard after it.
+        goesOn ? manager.release() : manager.cancel();
     });
 }
+
+// The session has ended. All that could be asked has been asked by then.
+class SessionEnd : public QObject {
+public:
+    explicit SessionEnd(void (*way)()) : QObject(qApp), end(way) { qApp->installEventFilter(this); }
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override {
+        if (object != qApp || event->type() != QEvent::Quit) return false;
+        end();
+        std::_Exit(0);
+    }
+
+private:
+    void (*end)();
+};
 
 // Without a display the toolkit would end the program with advice on how to install it anew.
 void NeedDisplay(int argc, char **argv) {
@@ -83,10 +102,11 @@ void StartProgram(int &argc, char **argv) {
     application->setWindowIcon(ProgramIcon());
 }
 
-void ShowMainWindow(const Place &layout, bool (*mayClose)(), void (*end)()) {
+void ShowMainWindow(const Place &layout, bool (*mayClose)(), bool (*maySave)(), void (*end)()) {
     QWidget *const window = BuildMainWindow(layout, mayClose);
     EndOnSignals(end);
-    AskBeforeSessionEnd(mayClose);
+    AskBeforeSessionEnd(maySave);
+    new SessionEnd(end);
     ShowChanges();
     window->show();
 }
