@@ -72,9 +72,9 @@ void WriteFile(ItemInput &input, const std::string &path) {
     Line.clear();
     const Integer fault = FaultOf([&] { WriteReport(input); });
     // What could be read stays in the file; a fault of the file itself is the one to tell.
-    Output->Close(fault == 0);
+    const Integer endFault = FaultOf([&] { Output->Close(fault == 0); });
     Output.reset();
-    if (fault != 0) throw RuntimeError{fault};
+    if (fault != 0 || endFault != 0) throw RuntimeError{fault != 0 ? fault : endFault};
 }
 
 } // namespace
