@@ -1,11 +1,14 @@
-"""Takes the pictures of docs/screenshots (light and dark) and, at scales 1, 1.5 and 2, of out/screenshots.
+"""Takes the pictures of docs/screenshots (light and dark, and the guide's) and, at scales 1, 1.5 and 2, of
+out/screenshots.
 
-Run by scripts/screenshots. What is typed into the window is in demo.py.
+Run by scripts/screenshots; with the argument guide, the guide's alone. What is typed into the window is in demo.py, the
+guide's pictures are in guide.py.
 """
 
 import shutil
 import sys
 
+import guide
 from demo import fill, leave_start
 from desk import ROOT, Desk
 
@@ -24,17 +27,23 @@ def take(scale, dark):
     return pictures
 
 
-def main():
+def take_all():
     shutil.rmtree(OUT, ignore_errors=True)
-    DOCS.mkdir(parents=True, exist_ok=True)
     for dark in (False, True):
         for scale in (1, 1.5, 2):
             for picture in take(scale, dark):
                 print(picture.relative_to(ROOT), flush=True)
                 if scale == 1:
                     shutil.copy(picture, DOCS / picture.name.replace("-1.png", ".png"))
-    print(f"copied to {DOCS.relative_to(ROOT)}:", *sorted(path.name for path in DOCS.glob("*.png")))
+
+
+def main(arguments):
+    DOCS.mkdir(parents=True, exist_ok=True)
+    if arguments != ["guide"]:
+        take_all()
+    guide.take()
+    print(f"in {DOCS.relative_to(ROOT)}:", *sorted(path.name for path in DOCS.glob("*.png")))
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(main(sys.argv[1:]))

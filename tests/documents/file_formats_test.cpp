@@ -1,23 +1,7 @@
 // The examples of docs/file-formats.md: the program reads each, and writes the report as it stands there.
-#include "documents/resources.h"
+#include "documents/page.h"
 
 namespace {
-
-// The lines between ```LANGUAGE and ``` of a page; there has to be one such block.
-std::vector<std::string> Block(const std::string &page, const std::string &language) {
-    const std::string fence = "\n```" + language + "\n";
-    const auto start = page.find(fence);
-    EXPECT_NE(start, std::string::npos) << language;
-    EXPECT_EQ(page.find(fence, start + 1), std::string::npos) << language;
-    const std::string text =
-        page.substr(start + fence.size(), page.find("\n```", start + 1) - start - fence.size() + 1);
-    std::vector<std::string> lines;
-    for (std::size_t at = 0, end = 0; at < text.size(); at = end + 1) {
-        end = text.find('\n', at);
-        lines.push_back(text.substr(at, end - at));
-    }
-    return lines;
-}
 
 class FileFormats : public ReportTest {
 protected:
