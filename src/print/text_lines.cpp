@@ -74,7 +74,7 @@ void WriteFile(ItemInput &input, const std::string &path) {
     // What could be read stays in the file; a fault of the file itself is the one to tell.
     const Integer endFault = FaultOf([&] { Output->Close(fault == 0); });
     Output.reset();
-    if (fault != 0 || endFault != 0) throw RuntimeError{fault != 0 ? fault : endFault};
+    if (fault != 0 || endFault != 0) throw RuntimeError{endFault != 0 ? endFault : fault};
 }
 
 } // namespace
