@@ -60,6 +60,8 @@ class DesktopTest(unittest.TestCase):
     def assert_message(self, desk, title, text, buttons, icon="", default=None):
         """Waits for the message box of this title and compares everything that it shows."""
         box = desk.wait_message(title)
+        if icon:  # a little after its names the box is painted, too
+            desk.wait_for(desk.icon, f"the icon of the message box {title}")
         self.assertEqual((box.title, box.text, box.buttons, box.default, desk.icon()),
                          (title, text, buttons, default or buttons[0], icon))
 

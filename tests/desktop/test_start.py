@@ -145,10 +145,10 @@ class FaultyTemplate(StartTest):
 
 
 class Arguments(StartTest):
-    def run_without_display(self, *arguments):
+    def run_without_display(self, *arguments, **environment):
         program = Desk(self.id()).program
-        return subprocess.run([program, *arguments], env={"PATH": "/usr/bin:/bin"}, capture_output=True, text=True,
-                              cwd=self.new_folder(), timeout=30, check=False)
+        return subprocess.run([program, *arguments], env={"PATH": "/usr/bin:/bin", **environment}, capture_output=True,
+                              text=True, cwd=self.new_folder(), timeout=30, check=False)
 
     def test_help_and_version_answer_without_a_display(self):
         done = self.run_without_display("--version")
@@ -157,6 +157,24 @@ class Arguments(StartTest):
         done = self.run_without_display("--help")
         self.assertRegex(done.stdout, r"\AUsage: quintave \[--resources DIR \| --user-resources\] \[REPORT\.rpx\]\n")
         self.assertEqual((done.returncode, done.stderr), (0, ""))
+
+    def test_without_a_display_it_says_so(self):
+        done = self.run_without_display()
+        self.assertEqual((done.returncode, done.stdout, done.stderr),
+                         (1, "", "quintave: there is no display to open a window on\n"))
+
+    def test_what_is_not_understood_is_answered_with_the_usage(self):
+        for arguments in (["--nonsense"], ["--resources"], ["one.rpx", "two.rpx"],
+                          ["--user-resources", "--resources", "/tmp"]):
+            with self.subTest(arguments):
+                done = self.run_without_display(*arguments, QT_QPA_PLATFORM="offscreen")
+                self.assertEqual((done.returncode, done.stdout), (2, ""))
+                self.assertRegex(done.stderr, r"(?m)^Usage: quintave ")
+
+    def test_the_resource_directory_may_stand_behind_an_equals_sign(self):
+        with Desk(self.id(), resources=False, args=[f"--resources={self.new_resources()}"]) as desk:
+            start_entry(desk)
+            self.assertEqual(desk.row_count("Fields"), 2)
 
     def test_a_report_is_loaded_without_a_dialog(self):
         with self.desk() as desk:
