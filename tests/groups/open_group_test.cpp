@@ -10,6 +10,8 @@
 #include "support/screen_test.h"
 #include "support/template_lines.h"
 
+#include <cstdio>
+
 using testing::ElementsAre;
 using testing::FieldsAre;
 using testing::IsEmpty;
@@ -148,6 +150,19 @@ TEST_F(OpenedGroup, AListMemberShowsItsStoredChoiceAsSelected) {
         Select(Rock);
     }
     EXPECT_EQ(MessageCount(), 0u);
+}
+
+TEST_F(OpenedGroup, AListMemberWithoutItsChoiceFileKeepsItsValueAndSelectsNothing) {
+    folder.Write(SamplesFile, Store(Length, {Sample("", "Clay")}));
+    ASSERT_EQ(std::remove("LST00004.XXX"), 0);
+    Open(SamplesRow);
+    EXPECT_EQ(Row(Rock), RowOf("Rock", "Clay"));
+    EXPECT_EQ(FieldInfo[4][Choice], -1);
+    Select(Rock);
+    EXPECT_THAT(Quintave.List2[GroupList].Rows, IsEmpty());
+    EXPECT_EQ(MessageCount(), 0u);
+    Press(Quintave.GrpExit);
+    EXPECT_EQ(SamplesStore(), Store(Length, {Sample("", "Clay")}));
 }
 
 // Entry

@@ -213,6 +213,26 @@ TEST_F(GroupStore, WhereTheOccurrenceCannotBeStoredTheGroupStaysOpen) {
     EXPECT_EQ(Bytes(), Store(Length, {"a", "b!"}));
 }
 
+TEST_F(GroupStore, AResetLeavesAGroupWhoseOccurrenceCannotBeStored) {
+    OpenWith({"a", "b"});
+    PressCtrl('B');
+    TypeDepth("!");
+    {
+        const FileSizeLimit limit(4 + Length);
+        Dialogs.Answers = {NoAnswer};
+        Press(Quintave.CommandReset);
+    }
+    EXPECT_EQ(ActiveList, 0);
+    EXPECT_FALSE(Quintave.TableFrame.Visible);
+    EXPECT_FALSE(Quintave.GrpExit.Visible);
+    EXPECT_EQ(DataChanged, False);
+    EXPECT_EQ(RowField[0], 1);
+    EXPECT_EQ(Bytes(), Store(Length, {""}));
+    Open(0);
+    EXPECT_EQ(ActiveList, GroupList);
+    EXPECT_EQ(Row(0), RowOf("Depth"));
+}
+
 // The largest store
 // ------------------------------------------------------------------------------
 

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <new>
+#include <stdexcept>
 #include <utility>
 
 namespace {
@@ -385,6 +386,8 @@ TEST_F(Controls, AnErrorThatNoCommandTrapsIsToldAndTheProgramGoesOn) {
     EXPECT_EQ(Dialogs.Messages[0].Style, CriticalIcon);
     UserTicks(Timer);
     EXPECT_EQ(Dialogs.Messages[1].Text, "Error: 7 - Out of memory");
+    RunAsEvent([] { throw std::out_of_range("row"); });
+    EXPECT_EQ(Dialogs.Messages[2].Text, "Error: 9 - Subscript out of range");
 }
 
 TEST_F(Controls, OnlyWhatChangedIsShownAnew) {

@@ -1,6 +1,8 @@
 // Loading reports in the real window: the questions and warnings of a load, and what its answers leave in the rows.
 #include "window/window_test.h"
 
+#include <QApplication>
+#include <QEvent>
 #include <QGroupBox>
 
 #include <cstdio>
@@ -95,6 +97,26 @@ TEST_F(Loads, AfterALoadTheSelectedRowsBoxShowsItsValue) {
     EXPECT_TRUE(Box().isVisible());
     EXPECT_EQ(Box().toPlainText(), "z");
     EXPECT_EQ(The<QPushButton>("CommandAdd").text(), "^Add/Merge File");
+}
+
+// A list that is painted while a long report is read shows that the program is at work.
+TEST_F(Loads, TheWindowIsPaintedDuringALongLoad) {
+    class PaintWatch : public QObject {
+    public:
+        bool eventFilter(QObject *, QEvent *event) override {
+            const bool loading = QApplication::overrideCursor() != nullptr;
+            if (event->type() == QEvent::Paint && loading) ++Painted;
+            return false;
+        }
+        int Painted = 0;
+    } watch;
+    Fields().viewport()->installEventFilter(&watch);
+    std::string lines;
+    for (int n = 0; n < 1000; ++n) lines += "1,1,\"Title\",\"" + std::to_string(n) + "\"\r\n";
+    Load(lines, {QMessageBox::Yes});
+    EXPECT_EQ(Value(TitleRow), "999");
+    EXPECT_GT(watch.Painted, 0);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
 TEST_F(Loads, CancellingTheDialogueChangesNothing) {

@@ -299,6 +299,18 @@ TEST_F(TextBoxes, OneLetterCommittedByAnInputMethodIsLikeAKey) {
     EXPECT_EQ(Box().toPlainText(), "ä");
 }
 
+TEST_F(TextBoxes, AnInputMethodMayReplaceWhatItHasTyped) {
+    Open(TitleRow);
+    Type("abcd");
+    QInputMethodEvent event;
+    event.setCommitString("XYZ", -2, 2);
+    QCoreApplication::sendEvent(QApplication::focusWidget(), &event);
+    Settle();
+    EXPECT_EQ(Box().toPlainText(), "abXYZ");
+    CommitEdit();
+    EXPECT_EQ(Stored(TitleRow), "abXYZ");
+}
+
 TEST_F(TextBoxes, CopyCutAndUndoStayWithTheToolkit) {
     Open(TitleRow);
     Type("abc");
