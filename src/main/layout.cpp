@@ -14,9 +14,9 @@ constexpr int ChoiceLines = 6;  // leaves room for the box of another value belo
 constexpr int Filling = 1000;   // share of a part beside which a Space gets nothing
 constexpr int SectionLines = 5; // section, heading, heading in a heading ...
 constexpr int SectionColumns = 26;
-constexpr int NoteColumns = 60;
+constexpr int NoteColumns = 56;
 constexpr int OptionColumns = 38;
-constexpr int OptionLabelColumns = 30;
+constexpr int OptionLabelColumns = 34;
 
 Place One(Control &control, int columns = 0, int lines = 0, int stretch = 0) {
     return {Shape::One, &control, columns, lines, stretch, {}};
@@ -26,7 +26,9 @@ Place Frame(Control &frame, std::vector<Place> parts, int stretch = 0) {
     return {Shape::One, &frame, 0, 0, stretch, std::move(parts)};
 }
 
-Place Row(std::vector<Place> parts, int stretch = 0) { return {Shape::Row, nullptr, 0, 0, stretch, std::move(parts)}; }
+Place Row(std::vector<Place> parts, int stretch = 0, int columns = 0) {
+    return {Shape::Row, nullptr, columns, 0, stretch, std::move(parts)};
+}
 
 Place Column(std::vector<Place> parts, int stretch = 0, int lines = 0) {
     return {Shape::Column, nullptr, 0, lines, stretch, std::move(parts)};
@@ -40,15 +42,18 @@ Place Space() { return {Shape::Space, nullptr, 0, 0, 1, {}}; }
 
 QuintaveForm &Q = Quintave;
 
+Place BlankLine() { return Column({}, 0, 1); }
+
 Place StartFrame() {
-    return Frame(
-        Q.Frame5,
-        {Space(),
-         Row({Space(), One(Q.Image1), Column({One(Q.Label1), One(Q.Label6), One(Q.Label7), One(Q.Label9)}), Space()}),
-         Space(), Row({Space(), One(Q.Label5[0]), One(Q.DateLabel), Space()}),
-         Row({Space(), One(Q.Label5[1], NoteColumns), Space()}), Space(),
-         Row({Space(), One(Q.LogoOff), One(Q.LogoQuit), Space()}), Space()},
-        1);
+    return Frame(Q.Frame5,
+                 {Space(),
+                  Row({Space(), One(Q.Image1),
+                       Column({One(Q.Label1), One(Q.Label6), One(Q.Label7), One(Q.Label9), BlankLine(),
+                               Row({One(Q.Label5[0]), One(Q.DateLabel), Space()}), One(Q.Label5[1], NoteColumns),
+                               BlankLine(), Row({One(Q.LogoOff), One(Q.LogoQuit), Space()})}),
+                       Space()}),
+                  Space(), Space()},
+                 1);
 }
 
 Place GroupFrame() {
@@ -82,27 +87,28 @@ Place EntryArea() {
 Place EntryFrame() {
     return Frame(Q.editframe,
                  {Row({Pages({One(Q.List1[0], ListColumns, ListLines, 1), GroupFrame()}, 1), SidePanel()}, 1),
-                  EntryArea(), Row({One(Q.helpline, 0, 2, 1), One(Q.CommandMoreHelp)}),
+                  Row({One(Q.helpline, 0, 2, 1), One(Q.CommandMoreHelp)}), EntryArea(),
                   Row({One(Q.CommandAdd), One(Q.CommandSave), One(Q.CommandSaveAs), One(Q.CommandPrint), Space(),
                        One(Q.CommandReset), One(Q.CommandTemplate), One(Q.CommandQuit)}),
                   One(Q.SizerTest)},
                  1);
 }
 
-Place Option(Control &label, Control &choice, int lines = 0) {
-    return Row({Space(), One(label, OptionLabelColumns), One(choice, OptionColumns, lines), Space()});
+// The label stands right beside what it names.
+Place Option(Control &label, Place choice) {
+    return Row({Space(), Row({Space(), One(label)}, 0, OptionLabelColumns), std::move(choice), Space()});
 }
 
 Place PrintPanel() {
     return Frame(
         Q.PrintFrame,
         {Space(),
-         Row({Space(), One(Q.Label3[0], OptionLabelColumns),
-              Column({One(Q.PrintFrameIndent, OptionColumns), One(Q.PrintFrameToggler, OptionColumns)}), Space()}),
-         Option(Q.Label3[1], Q.PrintIndent, 1), Option(Q.Label3[2], Q.Combo2), Option(Q.Label4[0], Q.Combo1), Space(),
+         Option(Q.Label3[0], Column({One(Q.PrintFrameIndent, OptionColumns), One(Q.PrintFrameToggler, OptionColumns)})),
+         Option(Q.Label3[1], One(Q.PrintIndent, OptionColumns, 1)), Option(Q.Label3[2], One(Q.Combo2, OptionColumns)),
+         Option(Q.Label4[0], One(Q.Combo1, OptionColumns)), Space(),
          Row({Space(), One(Q.PrintFramePrint[ToPrinter]), One(Q.PrintFramePrint[ToFile]), One(Q.PrintFrameCancel),
               Space()}),
-         Option(Q.Label4[1], Q.printLabel), Space()},
+         Option(Q.Label4[1], One(Q.printLabel, OptionColumns)), Space()},
         1);
 }
 

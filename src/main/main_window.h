@@ -32,8 +32,8 @@ struct QuintaveForm {
                     "please quit and correct the problem."},
     }};
     Control DateLabel{.Type = Kind::Label, .Name = "DateLabel"};
-    Control LogoOff{.Type = Kind::Button, .Name = "LogoOff", .Caption = "Use Quintave"};
-    Control LogoQuit{.Type = Kind::Button, .Name = "LogoQuit", .Caption = "QUIT"};
+    Control LogoOff{.Type = Kind::Button, .Name = "LogoOff", .Caption = "Use Quintave", .Hint = "Begin to work"};
+    Control LogoQuit{.Type = Kind::Button, .Name = "LogoQuit", .Caption = "QUIT", .Hint = "End the program"};
     Control Dir1{.Type = Kind::List, .Name = "Dir1", .Visible = false, .TakesFocus = false}; // its tag is its path
     Control Timer1{.Type = Kind::Timer, .Name = "Timer1", .Enabled = false};
 
@@ -138,19 +138,44 @@ struct QuintaveForm {
     Control DataLevelLabel{.Type = Kind::Label, .Name = "DataLevelLabel"};
     Control helpline{.Type = Kind::Label, .Name = "helpline", .Title = "Help line", .Face = Font::Serif, .Tag = "0"};
     Control SizerTest{.Type = Kind::Label, .Name = "SizerTest", .Face = Font::Fixed, .Visible = false};
-    Control CommandAdd{.Type = Kind::Button, .Name = "CommandAdd", .Caption = "^Add/Open File"};
-    Control CommandSave{.Type = Kind::Button, .Name = "CommandSave", .Caption = "^Save"};
-    Control CommandSaveAs{.Type = Kind::Button, .Name = "CommandSaveAs", .Caption = "SaveAs"};
-    Control CommandPrint{.Type = Kind::Button, .Name = "CommandPrint", .Caption = "^Print"};
-    Control CommandReset{.Type = Kind::Button, .Name = "CommandReset", .Caption = "^Reset/Clear"};
-    Control CommandTemplate{.Type = Kind::Button, .Name = "CommandTemplate", .Caption = "^Field Template"};
-    Control CommandQuit{.Type = Kind::Button, .Name = "CommandQuit", .Caption = "^Quit"};
-    Control CommandMoreHelp{.Type = Kind::Button, .Name = "CommandMoreHelp", .Caption = "More Help", .Enabled = false};
+    Control CommandAdd{.Type = Kind::Button,
+                       .Name = "CommandAdd",
+                       .Caption = "^Add/Open File",
+                       .Hint = "Open a saved report, or merge one into what is on the screen"};
+    Control CommandSave{.Type = Kind::Button, .Name = "CommandSave", .Caption = "^Save", .Hint = "Save the report"};
+    Control CommandSaveAs{.Type = Kind::Button,
+                          .Name = "CommandSaveAs",
+                          .Caption = "SaveAs",
+                          .Hint = "Save the report under another name"};
+    Control CommandPrint{.Type = Kind::Button,
+                         .Name = "CommandPrint",
+                         .Caption = "^Print",
+                         .Hint = "Print to the printer or to a text file"};
+    Control CommandReset{
+        .Type = Kind::Button, .Name = "CommandReset", .Caption = "^Reset/Clear", .Hint = "Empty all fields"};
+    Control CommandTemplate{.Type = Kind::Button,
+                            .Name = "CommandTemplate",
+                            .Caption = "^Field Template",
+                            .Hint = "Work with another template"};
+    Control CommandQuit{.Type = Kind::Button, .Name = "CommandQuit", .Caption = "^Quit", .Hint = "End the program"};
+    Control CommandMoreHelp{.Type = Kind::Button,
+                            .Name = "CommandMoreHelp",
+                            .Caption = "More Help",
+                            .Hint = "Show the help text of this field",
+                            .Enabled = false};
 
     // Instances of the selected field
     Control MultiInstanceFrame{.Type = Kind::Frame, .Name = "MultiInstanceFrame"};
-    Control FIAdd{.Type = Kind::Button, .Name = "FIAdd", .Caption = "Add", .Title = "Add instance"};
-    Control FIDel{.Type = Kind::Button, .Name = "FIDel", .Caption = "Delete", .Title = "Delete instance"};
+    Control FIAdd{.Type = Kind::Button,
+                  .Name = "FIAdd",
+                  .Caption = "Add",
+                  .Title = "Add instance",
+                  .Hint = "Add an instance of this field"};
+    Control FIDel{.Type = Kind::Button,
+                  .Name = "FIDel",
+                  .Caption = "Delete",
+                  .Title = "Delete instance",
+                  .Hint = "Delete the instance that is shown"};
     Control FIScroll{.Type = Kind::ScrollBar, .Name = "FIScroll", .Title = "Instance shown"};
     std::array<Control, 2> FILabel{{
         {.Type = Kind::Label, .Name = "FILabel", .Index = 0, .Caption = "1"},
@@ -168,31 +193,69 @@ struct QuintaveForm {
                        .Visible = false};
     Control GrpCommands{.Type = Kind::Frame, .Name = "GrpCommands", .Caption = "^Group"};
     std::array<Control, 4> FldChange{{
-        {.Type = Kind::Button, .Name = "FldChange", .Index = Previous, .Caption = "^V-Prev"},
-        {.Type = Kind::Button, .Name = "FldChange", .Index = Top, .Caption = "^Top"},
-        {.Type = Kind::Button, .Name = "FldChange", .Index = Next, .Caption = "^Next"},
-        {.Type = Kind::Button, .Name = "FldChange", .Index = Bottom, .Caption = "^Bottom"},
+        {.Type = Kind::Button,
+         .Name = "FldChange",
+         .Index = Previous,
+         .Caption = "^V-Prev",
+         .Hint = "Go to the occurrence before this one"},
+        {.Type = Kind::Button,
+         .Name = "FldChange",
+         .Index = Top,
+         .Caption = "^Top",
+         .Hint = "Go to the first occurrence"},
+        {.Type = Kind::Button,
+         .Name = "FldChange",
+         .Index = Next,
+         .Caption = "^Next",
+         .Hint = "Go to the next occurrence; after the last one, to a new one"},
+        {.Type = Kind::Button,
+         .Name = "FldChange",
+         .Index = Bottom,
+         .Caption = "^Bottom",
+         .Hint = "Go to the last occurrence"},
     }};
-    Control TblFldInsert{.Type = Kind::Button, .Name = "TblFldInsert", .Caption = "^Insert"};
-    Control TblFldDelete{.Type = Kind::Button, .Name = "TblFldDelete", .Caption = "^Delete"};
+    Control TblFldInsert{.Type = Kind::Button,
+                         .Name = "TblFldInsert",
+                         .Caption = "^Insert",
+                         .Hint = "Insert an empty occurrence before this one"};
+    Control TblFldDelete{
+        .Type = Kind::Button, .Name = "TblFldDelete", .Caption = "^Delete", .Hint = "Delete this occurrence"};
     Control TblFldNum{.Type = Kind::ComboBox, .Name = "TblFldNum", .Title = "Occurrence"};
     Control TblLabel{.Type = Kind::Label, .Name = "TblLabel", .Caption = "Instance"};
-    Control GrpExit{.Type = Kind::Button, .Name = "GrpExit", .Caption = "^Exit From Group", .Visible = false};
+    Control GrpExit{.Type = Kind::Button,
+                    .Name = "GrpExit",
+                    .Caption = "^Exit From Group",
+                    .Hint = "Go back to the list of fields",
+                    .Visible = false};
 
     // Print options panel
     Control PrintFrame{.Type = Kind::Frame, .Name = "PrintFrame", .Caption = "PRINTING...", .Visible = false};
-    Control PrintFrameIndent{.Type = Kind::Button, .Name = "PrintFrameIndent", .Caption = "NO Section/Field Indent"};
+    Control PrintFrameIndent{.Type = Kind::Button,
+                             .Name = "PrintFrameIndent",
+                             .Caption = "NO Section/Field Indent",
+                             .Hint = "Choose the next way to indent sections and fields"};
     Control PrintIndent{
         .Type = Kind::TextBox, .Name = "PrintIndent", .Title = "Spaces to indent data", .BackColor = White};
-    Control PrintFrameToggler{
-        .Type = Kind::Button, .Name = "PrintFrameToggler", .Caption = "Data Starts on Field Title Line"};
+    Control PrintFrameToggler{.Type = Kind::Button,
+                              .Name = "PrintFrameToggler",
+                              .Caption = "Data Starts on Field Title Line",
+                              .Hint = "Choose where the data start"};
     Control Combo1{.Type = Kind::ComboBox, .Name = "Combo1", .Title = "Copies to print"};
     Control Combo2{.Type = Kind::ComboBox, .Name = "Combo2", .Title = "Title/data separator"};
     std::array<Control, 2> PrintFramePrint{{
-        {.Type = Kind::Button, .Name = "PrintFramePrint", .Index = ToPrinter, .Caption = "PRINT (to default printer)"},
-        {.Type = Kind::Button, .Name = "PrintFramePrint", .Index = ToFile, .Caption = "PRINT (one copy to a file)"},
+        {.Type = Kind::Button,
+         .Name = "PrintFramePrint",
+         .Index = ToPrinter,
+         .Caption = "PRINT (to default printer)",
+         .Hint = "Print on the default printer"},
+        {.Type = Kind::Button,
+         .Name = "PrintFramePrint",
+         .Index = ToFile,
+         .Caption = "PRINT (one copy to a file)",
+         .Hint = "Write a text file"},
     }};
-    Control PrintFrameCancel{.Type = Kind::Button, .Name = "PrintFrameCancel", .Caption = "Cancel "};
+    Control PrintFrameCancel{
+        .Type = Kind::Button, .Name = "PrintFrameCancel", .Caption = "Cancel ", .Hint = "Go back without printing"};
     Control printLabel{.Type = Kind::Label, .Name = "printLabel", .Caption = "Waiting for PRINT command"};
     std::array<Control, 3> Label3{{
         {.Type = Kind::Label, .Name = "Label3", .Index = 0, .Caption = "Toggle Titles/Data Layout Options:"},

@@ -42,6 +42,7 @@ struct Control {
     Integer Index = -1;       // its index in a control array; -1 outside one
     std::string Caption{};    // button, label, frame
     std::string_view Title{}; // accessible name of a control without a caption of its own
+    std::string_view Hint{};  // of a button: what it does
     Font Face = Font::Plain;
     bool ManyLines = false; // text box: Enter makes a new line
     bool Visible = true;

@@ -97,6 +97,25 @@ class Node:
         """The position of a scroll bar."""
         return self.get("CurrentValue", "org.a11y.atspi.Value")
 
+    # What an assistive program does
+
+    def press(self, action="Press"):
+        """Presses a button. Does not wait: the program may answer only when the dialog that it opens has ended."""
+        names = [name for name, _, _ in self.call("org.a11y.atspi.Action", "GetActions")[0]]
+        self.bus.call(self.owner, self.path, "org.a11y.atspi.Action", "DoAction",
+                      GLib.Variant("(i)", (names.index(action),)), None, Gio.DBusCallFlags.NONE, -1, None, None)
+        self.bus.flush_sync(None)
+
+    def set_text(self, text):
+        self.call("org.a11y.atspi.EditableText", "SetTextContents", GLib.Variant("(s)", (text,)))
+
+    def select_row(self, index):
+        self.call("org.a11y.atspi.Table", "AddRowSelection", GLib.Variant("(i)", (index,)))
+
+    def set_value(self, value):
+        self.call("org.freedesktop.DBus.Properties", "Set",
+                  GLib.Variant("(ssv)", ("org.a11y.atspi.Value", "CurrentValue", GLib.Variant("d", value))))
+
     @property
     def extents(self):
         """x, y, width, height on the screen."""
@@ -171,6 +190,13 @@ class Reader:
         except Gone:
             pass
         return None
+
+    def send_key(self, symbol):
+        """A key of the assistive program's own, given by its X keysym number, to the control with the focus."""
+        keys = Node(self.bus, "org.a11y.atspi.Registry", "/org/a11y/atspi/registry/deviceeventcontroller")
+        press_and_release_symbol = 3
+        keys.call("org.a11y.atspi.DeviceEventController", "GenerateKeyboardEvent",
+                  GLib.Variant("(isu)", (symbol, "", press_and_release_symbol)))
 
     def close(self):
         if not self.bus.is_closed():

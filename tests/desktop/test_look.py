@@ -5,7 +5,7 @@ The pictures of the last run are left in out/look/.
 
 import unittest
 
-from case import DesktopTest, fill, start_entry
+from case import DesktopTest, fill, reply, start_entry
 from desk import ROOT
 
 OUT = ROOT / "out/look"
@@ -77,6 +77,7 @@ class Look:
             desk.key("Enter")
             self.check(desk, "text")
             desk.key("Enter")
+            desk.wait_focus("Fields")
             fill(desk, "Abstract", "\n".join(f"Line {number}" for number in range(1, 13)), "ctrl+Enter")
             desk.go_to("Fields", "Abstract")
             desk.key("Enter")
@@ -120,6 +121,34 @@ class Look:
             desk.type("o")
             desk.wait_focus("Other value")
             self.check(desk, "group-other")
+
+    def test_the_print_panel_and_the_help_window(self):
+        with self.open() as desk:
+            start_entry(desk)
+            desk.key("ctrl+p")
+            reply(desk, "Yes", "PRINT CURRENT SCREEN FIELDS?")
+            desk.wait_focus("NO Section/Field Indent")
+            self.check(desk, "print")
+            desk.tab_to("Cancel")
+            desk.key("space")
+            desk.wait_focus("Fields")
+            desk.tab_to("More Help")
+            desk.key("space")
+            window = desk.wait_for(lambda: next((found for found in desk.app.children
+                                                 if found.name == "Quintave Help" and found.showing), None), "help")
+            desk.settle()
+            self.picture(desk, "help")
+            shown = [(node, node.role, node.extents) for node in window.walk()]
+            self.assertEqual(outside(shown, window.extents), [])
+            self.assertEqual(cut_texts(desk, shown), [])
+
+    def test_the_question_for_the_resource_directory(self):
+        with self.desk(scale=self.SCALE, dark=self.DARK, resources=False,
+                       size=SMALL_SCREEN if self.SCALE == 1 else LARGE_SCREEN) as desk:
+            box = desk.wait_dialog("Quintave.Tbl Location?")
+            self.picture(desk, "directory")
+            shown = [(node, node.role, node.extents) for node in box.walk()]
+            self.assertEqual(outside(shown, box.extents), [])
 
     def test_a_message_box(self):
         with self.open() as desk:
@@ -190,6 +219,10 @@ class LightAtScale1(Look, DesktopTest):
 
 class DarkAtScale1(Look, DesktopTest):
     SCALE, DARK = 1, True
+
+
+class LightAtScale1AndAQuarter(Look, DesktopTest):
+    SCALE, DARK = 1.25, False
 
 
 class LightAtScale1AndAHalf(Look, DesktopTest):

@@ -77,7 +77,7 @@ void ExpectReadable() {
     ExpectReadable<QLabel>([](const QLabel &label) { return label.text().isEmpty() ? QRect() : label.rect(); });
     ExpectReadable<QPushButton>([](const QPushButton &button) { return button.rect().adjusted(5, 5, -5, -5); });
     ExpectReadable<QGroupBox>([](const QGroupBox &frame) {
-        return frame.title().isEmpty() ? QRect() : QRect(12, 0, 60, frame.fontMetrics().height());
+        return frame.title().isEmpty() ? QRect() : QRect(12, 0, 90, 2 * frame.fontMetrics().height());
     });
 }
 
@@ -127,6 +127,8 @@ TEST_P(OnColour, FramesHaveTheTablesColourAndEveryTextCanBeRead) {
         EXPECT_EQ(Named("editframe").palette().color(QPalette::Window), GetParam().Expected);
         EXPECT_EQ(Background(PictureOf(Named("Label2"))), GetParam().Expected);
         EXPECT_EQ(Background(PictureOf(Named("FIPartner_0"))), GetParam().Expected);
+        // No rim of the desktop's own colour is left around it.
+        EXPECT_EQ(MainWindow()->grab().toImage().pixelColor(1, MainWindow()->height() / 2), GetParam().Expected);
     }
     EXPECT_GE(TextContrast(PictureOfRow(The<QListView>("SectionLabel"), 0)), LeastContrast);
     for (const int row : {TitleRow, AbstractRow}) EXPECT_GE(TextContrast(PictureOfRow(Fields(), row)), LeastContrast);
@@ -134,6 +136,12 @@ TEST_P(OnColour, FramesHaveTheTablesColourAndEveryTextCanBeRead) {
     for (const int row : {TitleRow, AbstractRow}) EXPECT_GE(TextContrast(PictureOfRow(Fields(), row)), LeastContrast);
     DoubleClickRow(Fields(), SamplesRow);
     ExpectReadable();
+    Click(Named("GrpExit"));
+    Dialogs.Press(QMessageBox::Yes);
+    Click(Named("CommandPrint"));
+    EXPECT_TRUE(Named("PrintFrame").isVisible());
+    ExpectReadable();
+    EXPECT_GE(TextContrast(PictureOf(Named("Combo1"))), LeastContrast);
 
     // The desktop changes from light to dark, or back, while the program runs.
     QApplication::setPalette(GetParam().Dark ? light : DarkPalette());

@@ -182,6 +182,17 @@ TEST_F(Controls, AScreenReaderSaysANameAndTheKeyOfEachControl) {
     }
 }
 
+TEST_F(Controls, APointerThatRestsOnAButtonIsToldWhatItDoesAndItsKey) {
+    Start(OneField);
+    for (const auto *button : MainWindow()->findChildren<QPushButton *>()) {
+        const QString hint = button->toolTip();
+        const QString key = button->accessibleDescription();
+        EXPECT_GE(hint.split(' ').size(), 2) << button->objectName().toStdString();
+        EXPECT_TRUE(key.isEmpty() || hint.endsWith(" (" + key + ")")) << hint.toStdString();
+        EXPECT_EQ(!key.isEmpty(), button->text().startsWith('^')) << hint.toStdString();
+    }
+}
+
 TEST_F(Controls, NothingThatCanHaveTheFocusIsWithoutAName) {
     Start(OneField);
     for (const auto *widget : MainWindow()->findChildren<QWidget *>()) {

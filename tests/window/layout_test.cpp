@@ -65,6 +65,12 @@ private:
     }
 };
 
+void ExpectWholeChoices() {
+    const int row = Choices().visualRect(Choices().model()->index(0, 0)).height();
+    EXPECT_EQ(Choices().viewport()->height() % row, 0);
+    EXPECT_GE(Choices().viewport()->height() / row, 5);
+}
+
 int RightEdge(const QWidget &widget) { return widget.mapTo(MainWindow(), QPoint(widget.width(), 0)).x(); }
 int LeftEdge(const QWidget &widget) { return widget.mapTo(MainWindow(), QPoint()).x(); }
 
@@ -185,7 +191,58 @@ TEST_F(Layout, TheTabKeyReachesChoicesOtherBoxAndMoreHelp) {
     Fields().setFocus();
     const auto order = TabOrder();
     EXPECT_THAT(std::vector<std::string>(order.begin() + 4, order.begin() + 7),
-                testing::ElementsAre("List2_0", "Text2_2", "CommandMoreHelp"));
+                testing::ElementsAre("CommandMoreHelp", "List2_0", "Text2_2"));
+}
+
+TEST_F(Layout, NoChoiceIsCutInHalf) {
+    Start(AllKinds());
+    ClickRow(Fields(), ColourRow);
+    ExpectWholeChoices();
+}
+
+TEST_F(Layout, NoChoiceIsCutInHalfAboveTheScrollBarOfALongOne) {
+    auto lines = AllKinds();
+    lines.insert(lines.begin() + 6, {std::string(100, 'w'), "a", "b", "c", "d", "e", "f"});
+    Start(lines);
+    ClickRow(Fields(), ColourRow);
+    EXPECT_GT(Choices().horizontalScrollBar()->maximum(), 0);
+    ExpectWholeChoices();
+}
+
+// The path cannot be scrolled by keys.
+TEST_F(Layout, ALongHeadingIsShownWholeInTheSectionPath) {
+    auto lines = AllKinds();
+    lines[0] = R"(1,-1,"TEXT","Identification of the data set and of all the people who made it","","")";
+    Start(lines);
+    ClickRow(Fields(), TitleRow);
+    auto &path = The<QListView>("SectionLabel");
+    const QRect first = path.visualRect(path.model()->index(0, 0));
+    EXPECT_EQ(path.horizontalScrollBar()->maximum(), 0);
+    EXPECT_GE(first.height(), 2 * path.fontMetrics().lineSpacing());
+    EXPECT_LE(first.bottom(), path.viewport()->height());
+}
+
+TEST_F(Layout, TheNamesOfManyReportsDoNotWidenTheWindow) {
+    Start(AllKinds());
+    const int before = MainWindow()->minimumSizeHint().width();
+    SetCaption(Quintave.editframe, std::string(500, 'w'));
+    ShowChanges();
+    Settle();
+    EXPECT_EQ(MainWindow()->minimumSizeHint().width(), before);
+}
+
+TEST_F(Layout, TheScrollBarShowsThatItHasTheFocus) {
+    Start(AllKinds());
+    ClickRow(Fields(), TitleRow);
+    auto &bar = The<QScrollBar>("FIScroll");
+    const QImage without = bar.grab().toImage();
+    bar.setFocus(Qt::TabFocusReason);
+    const QImage with = bar.grab().toImage();
+    const QColor mark = bar.palette().color(QPalette::Highlight);
+    for (const QPoint edge : {QPoint(bar.width() / 2, 1), QPoint(bar.width() / 2, bar.height() - 2)}) {
+        EXPECT_EQ(with.pixelColor(edge), mark);
+        EXPECT_NE(without.pixelColor(edge), mark);
+    }
 }
 
 TEST_F(Layout, TheSmallestWindowFitsASmallScreen) {

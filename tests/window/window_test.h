@@ -49,6 +49,9 @@ public:
     void Pick(const std::string &path);
     void CancelFile();
 
+    // What ends the dialogues that come without an answer instead of a failure.
+    std::function<void(QDialog &)> Otherwise;
+
     bool AllGiven() const { return planned.empty(); }
 
     std::vector<SeenBox> Boxes;

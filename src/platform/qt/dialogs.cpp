@@ -15,6 +15,8 @@
 
 namespace {
 
+constexpr int InputColumns = 70; // of an input box, which asks for a path
+
 // A box that only its buttons answer, where none of them means "no answer".
 class MessageBox : public QMessageBox {
 public:
@@ -121,10 +123,12 @@ void TellUtf8(std::string_view utf8, std::string_view title) {
 
 std::string InputBox(std::string_view prompt, std::string_view title, std::string_view proposal) {
     ShowChanges();
-    bool accepted = false;
-    const QString text = QInputDialog::getText(MainWindow(), AsMessage(title), AsMessage(prompt), QLineEdit::Normal,
-                                               NameOf(std::string(proposal)), &accepted);
-    return accepted ? QFile::encodeName(text).toStdString() : "";
+    QInputDialog box(MainWindow());
+    box.setWindowTitle(AsMessage(title));
+    box.setLabelText(AsMessage(prompt));
+    box.setTextValue(NameOf(std::string(proposal)));
+    box.resize(box.fontMetrics().averageCharWidth() * InputColumns, box.sizeHint().height());
+    return box.exec() == QDialog::Accepted ? QFile::encodeName(box.textValue()).toStdString() : "";
 }
 
 void ShowOpen(CommonDialog &dialog) {

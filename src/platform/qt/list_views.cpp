@@ -6,11 +6,18 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QListView>
+#include <QPainter>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <QTimer>
+
+#include <algorithm>
 
 namespace {
 
 constexpr int ComboCharacters = 7;
+constexpr int PathMargin = 4; // pixels beside a heading
+constexpr int LeastPath = 8;  // characters of a heading in a line, however deep it stands
 
 // The rows of a control, where they are: no copy is kept.
 class RowsModel : public QAbstractListModel {
@@ -29,20 +36,34 @@ public:
     void Refresh(unsigned aspects, const std::vector<Integer> &rows) {
         if (aspects & RowsAspect) {
             beginResetModel();
+            longest = 0;
+            for (const std::string &row : of.Rows) longest = std::max(longest, row.size());
             endResetModel();
         } else if (aspects & RowAspect) {
             for (const Integer row : rows) emit dataChanged(index(row), index(row));
         }
     }
 
+    // Characters of the longest row.
+    int Longest() const { return static_cast<int>(longest); }
+
 private:
     const Control &of;
+    std::size_t longest = 0;
 };
 
 // Draws a selected row in a text colour that can be read on the desktop's colour of selected rows.
 class RowDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
+
+    // The list takes all rows to be as large as the first one, and would not scroll to the end of a longer one.
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override {
+        const int longest = static_cast<const RowsModel *>(index.model())->Longest();
+        const int missing = longest - static_cast<int>(index.data().toString().size());
+        return QStyledItemDelegate::sizeHint(option, index) +
+               QSize(option.fontMetrics.horizontalAdvance('0') * std::max(missing, 0), 0);
+    }
 
 protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override {
@@ -54,12 +75,46 @@ protected:
     }
 };
 
+// Draws the path of headings: one that is too long goes on in the next line, under its own first letter.
+class PathDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override {
+        const auto *const list = static_cast<const QListView *>(option.widget);
+        return {0, Measure(option.fontMetrics, list->viewport()->width(), index).height()};
+    }
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override {
+        const QRect place = Measure(option.fontMetrics, option.rect.width(), index).translated(option.rect.topLeft());
+        painter->setPen(option.palette.color(QPalette::Text));
+        painter->setFont(option.font);
+        painter->drawText(place, Qt::TextWordWrap, index.data().toString().trimmed());
+    }
+
+private:
+    // Where a heading stands in a row of this width.
+    static QRect Measure(const QFontMetrics &metrics, int width, const QModelIndex &index) {
+        const QString text = index.data().toString();
+        const qsizetype blanks = text.size() - QString(text + '.').trimmed().size() + 1;
+        const int left = metrics.horizontalAdvance(' ') * static_cast<int>(blanks) + PathMargin;
+        const QRect room(left, 0, std::max(width - left - PathMargin, metrics.horizontalAdvance('0') * LeastPath), 0);
+        const QRect taken = metrics.boundingRect(room, Qt::TextWordWrap, text.trimmed());
+        return {left, 0, room.width(), std::max(taken.height(), metrics.lineSpacing())};
+    }
+};
+
 class ListRows : public Focusable<QListView> {
 public:
     ListRows(Control &control, QWidget *parent) : Focusable(control, parent), rows(new RowsModel(control, this)) {
         setModel(rows);
-        setItemDelegate(new RowDelegate(this));
-        setUniformItemSizes(true);
+        // What is only looked at cannot be scrolled by keys, so it must not need it.
+        if (control.TakesFocus)
+            setItemDelegate(new RowDelegate(this));
+        else
+            setItemDelegate(new PathDelegate(this));
+        setUniformItemSizes(control.TakesFocus);
+        setResizeMode(control.TakesFocus ? Fixed : Adjust);
         setEditTriggers(NoEditTriggers);
         setTextElideMode(Qt::ElideNone); // rows are cut by the program's own rule
         setSelectionMode(control.TakesFocus ? SingleSelection : NoSelection);
@@ -70,6 +125,7 @@ public:
         rows->Refresh(aspects, of.ChangedRows);
         if (aspects & (RowsAspect | IndexAspect)) ShowSelection();
         if (aspects & PlaceAspect) setFixedWidth(Pixels(*this, of.Width));
+        if (minimumHeight() == maximumHeight() && (aspects & (RowsAspect | PlaceAspect))) ShowWholeRows();
     }
 
     void keyboardSearch(const QString & /*text*/) override {}
@@ -80,6 +136,18 @@ protected:
         if (IsShowingChanges() || current.row() == of.ListIndex) return;
         selected = true;
         Report([&] { UserSelects(of, ToInteger(current.row())); });
+    }
+
+    void selectionChanged(const QItemSelection &now, const QItemSelection &before) override {
+        QListView::selectionChanged(now, before);
+        if (!IsShowingChanges()) QTimer::singleShot(0, this, [this] { FollowSelection(); });
+    }
+
+    // The toolkit would take the selection away from a row that is clicked with Ctrl.
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index, const QEvent *event) const override {
+        const bool clicked =
+            of.TakesFocus && index.isValid() && event != nullptr && event->type() == QEvent::MouseButtonPress;
+        return clicked ? QItemSelectionModel::ClearAndSelect : QListView::selectionCommand(index, event);
     }
 
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override {
@@ -110,6 +178,24 @@ protected:
     }
 
 private:
+    // An assistive program selects a row without making it the current one, which the user's hand does.
+    void FollowSelection() {
+        const QModelIndexList chosen = selectionModel()->selectedIndexes();
+        if (chosen.size() != 1 || chosen.front().row() == of.ListIndex) return;
+        setFocus(Qt::OtherFocusReason);
+        setCurrentIndex(chosen.front());
+    }
+
+    // Of a list of fixed height no row is cut in half.
+    void ShowWholeRows() {
+        if (room == 0) room = height();
+        doItemsLayout();
+        const int around =
+            2 * frameWidth() + (horizontalScrollBar()->maximum() > 0 ? horizontalScrollBar()->height() : 0);
+        const int row = std::max(1, sizeHintForRow(0));
+        setFixedHeight(around + (room - around) / row * row);
+    }
+
     void ShowSelection() {
         const QModelIndex index = of.ListIndex < 0 ? QModelIndex() : rows->index(of.ListIndex);
         if (!index.isValid()) clearSelection();
@@ -118,6 +204,7 @@ private:
     }
 
     RowsModel *rows;
+    int room = 0;          // height that a list of fixed height may take; 0 before it is known
     bool selected = false; // the present mouse press has selected another row
 };
 

@@ -1,5 +1,5 @@
-// The widgets of controls (views.h): labels, frames, buttons, and what all kinds have in common. Lists: list_views.cpp;
-// text boxes: text_views.cpp; where they stand, and when they are refreshed: window.cpp.
+// The widgets of controls (views.h): labels, buttons, and what all kinds have in common. Lists: list_views.cpp; text
+// boxes: text_views.cpp; frames: frame_view.cpp; where they stand, and when they are refreshed: window.cpp.
 #include "platform/qt/views.h"
 
 #include "platform/qt/focusable.h"
@@ -7,12 +7,10 @@
 #include "platform/qt/text.h"
 
 #include <QFontDatabase>
-#include <QGroupBox>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QStyleOptionGroupBox>
-#include <QStylePainter>
 #include <QTimer>
 
 #include <cmath>
@@ -21,12 +19,15 @@ namespace {
 
 constexpr int TwipsPerInch = 1440;
 constexpr int BannerPoints = 24;
+constexpr int ImagePixels = 128;
 constexpr int ListPoints = 10; // of a list, where the user's font is not larger
+constexpr int FocusLine = 2;   // pixels of the line around what has the focus
 
 class Button : public Focusable<QPushButton> {
 public:
     Button(Control &control, QWidget *parent) : Focusable(control, parent) {
         setAutoDefault(false);
+        ShowHint();
         connect(this, &QPushButton::clicked, this, [this] { Report([this] { UserPresses(of); }); });
     }
 
@@ -36,6 +37,15 @@ public:
         setAccessibleName(QString::fromStdString(AccessibleName(of)));
     }
 
+    // Some styles leave no room between a caption and the button's edge.
+    QSize sizeHint() const override {
+        const QFontMetrics metrics = fontMetrics();
+        const QSize text = metrics.size(Qt::TextShowMnemonic, this->text());
+        return QPushButton::sizeHint().expandedTo(text + QSize(metrics.height() * 3 / 2, metrics.height() * 3 / 4));
+    }
+
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
 protected:
     void keyPressEvent(QKeyEvent *event) override {
         if (!ReportKey(of, *event)) return;
@@ -43,6 +53,15 @@ protected:
             click();
         else
             QPushButton::keyPressEvent(event);
+    }
+
+private:
+    // What it does and its key; to a screen reader, which says the caption itself, the key.
+    void ShowHint() {
+        const QString key = QString::fromStdString(KeyOf(of));
+        const QString hint = QString::fromUtf8(of.Hint.data(), static_cast<qsizetype>(of.Hint.size()));
+        setAccessibleDescription(key);
+        setToolTip(hint.isEmpty() || key.isEmpty() ? hint + key : hint + " (" + key + ")");
     }
 };
 
@@ -53,6 +72,7 @@ public:
         setFocusPolicy(Qt::StrongFocus);
         setMinimum(1);
         setPageStep(1);
+        setMinimumHeight(fontMetrics().height());
         connect(this, &QScrollBar::valueChanged, this, [this](int value) {
             if (!IsShowingChanges() && value != of.Value) Report([&] { UserScrolls(of, ToInteger(value)); });
         });
@@ -75,6 +95,15 @@ protected:
         else
             QScrollBar::keyPressEvent(event);
     }
+
+    // The toolkit's styles show the focus on every kind of widget but on this one.
+    void paintEvent(QPaintEvent *event) override {
+        QScrollBar::paintEvent(event);
+        if (!hasFocus()) return;
+        QPainter painter(this);
+        painter.setPen(QPen(palette().color(QPalette::Highlight), FocusLine));
+        painter.drawRect(rect().adjusted(1, 1, -1, -1));
+    }
 };
 
 View MakeLabel(Control &control, QWidget *parent, int columns) {
@@ -89,40 +118,11 @@ View MakeLabel(Control &control, QWidget *parent, int columns) {
             }};
 }
 
-// A frame whose inside keeps its colour: the desktop's style may tint what it frames.
-class FrameBox : public QGroupBox {
-public:
-    using QGroupBox::QGroupBox;
-
-protected:
-    void paintEvent(QPaintEvent * /*event*/) override {
-        QStyleOptionGroupBox option;
-        initStyleOption(&option);
-        const auto partRect = [&](QStyle::SubControl part) {
-            return style()->subControlRect(QStyle::CC_GroupBox, &option, part, this);
-        };
-        QStylePainter painter(this);
-        QColor line = palette().color(QPalette::WindowText);
-        line.setAlphaF(0.3F);
-        painter.setPen(line);
-        painter.setClipRegion(QRegion(rect()) - partRect(QStyle::SC_GroupBoxLabel));
-        painter.drawRect(partRect(QStyle::SC_GroupBoxFrame).adjusted(0, 0, -1, -1));
-        painter.setClipping(false);
-        option.subControls = QStyle::SC_GroupBoxLabel;
-        painter.drawComplexControl(QStyle::CC_GroupBox, option);
-    }
-};
-
-View MakeFrame(Control &control, QWidget *parent) {
-    auto *frame = new FrameBox(parent);
-    return {frame, [&control, frame](unsigned aspects) {
-                if (aspects & TextAspect) frame->setTitle(AsMnemonic(control.Caption));
-            }};
-}
-
 View MakeImage(QWidget *parent) {
     auto *image = new QLabel(parent);
-    image->setPixmap(ProgramIcon().pixmap(QSize(96, 96), image->devicePixelRatioF()));
+    image->setPixmap(ProgramIcon().pixmap(QSize(ImagePixels, ImagePixels), image->devicePixelRatioF()));
+    image->setAlignment(Qt::AlignTop);
+    image->setMargin(ImagePixels / 8);
     return {image, [](unsigned) {}};
 }
 
@@ -136,7 +136,7 @@ View MakeTimer(Control &control, QWidget *parent) {
 
 View MakeWidget(Control &control, QWidget *parent, int columns, int lines) {
     switch (control.Type) {
-    case Kind::Frame: return MakeFrame(control, parent);
+    case Kind::Frame: return MakeFrameView(control, parent);
     case Kind::Label: return MakeLabel(control, parent, columns);
     case Kind::Button: return ViewOf(new Button(control, parent));
     case Kind::List: return MakeListView(control, parent);
@@ -203,11 +203,6 @@ View MakeView(Control &control, QWidget *parent, int columns, int lines) {
     widget.setFont(FontOf(control.Face, widget.font()));
     SetLeastSize(widget, control, columns, lines);
     if (!control.Title.empty()) widget.setAccessibleName(QString::fromStdString(AccessibleName(control)));
-    const QString key = QString::fromStdString(KeyOf(control));
-    if (control.Type == Kind::Button && !key.isEmpty()) {
-        widget.setAccessibleDescription(key);
-        widget.setToolTip(key);
-    }
     return view;
 }
 

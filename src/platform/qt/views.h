@@ -24,7 +24,8 @@ template <class Widget> View ViewOf(Widget *widget) {
     return {widget, [widget](unsigned aspects) { widget->Refresh(aspects); }};
 }
 
-// The views of lists, combo boxes and text boxes (lines: as in MakeView).
+// The views of frames, lists, combo boxes and text boxes (lines: as in MakeView).
+View MakeFrameView(Control &control, QWidget *parent);
 View MakeListView(Control &control, QWidget *parent);
 View MakeComboView(Control &control, QWidget *parent);
 View MakeTextView(Control &control, QWidget *parent, int lines);

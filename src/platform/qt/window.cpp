@@ -76,6 +76,7 @@ QWidget *MakeBox(const Place &place, QWidget *parent) {
     AddParts(*box, place, widget);
     // What stands beside it must not jump when another part of the box is shown.
     if (place.Lines > 0) widget->setFixedHeight(place.Lines * widget->fontMetrics().lineSpacing());
+    if (place.Columns > 0) widget->setFixedWidth(place.Columns * widget->fontMetrics().horizontalAdvance('0'));
     return widget;
 }
 
@@ -190,6 +191,7 @@ QWidget *BuildMainWindow(const Place &layout, bool (*mayClose)()) {
     TheWindow->setWindowTitle("Quintave");
     TheWindow->setWindowIcon(ProgramIcon());
     auto *box = new QVBoxLayout(TheWindow);
+    box->setContentsMargins(0, 0, 0, 0); // the frames fill it
     AddParts(*box, layout, TheWindow);
     for (auto &[control, view] : Views) {
         auto &shown = const_cast<Control &>(*control);
