@@ -261,12 +261,64 @@ TEST(HelpFiles, AreNarrowAndAllInUse) {
 
 namespace {
 
+// The fields and groups outside groups of which a standard asks for something.
+struct Obligation {
+    const char *Template;
+    const char *Word;
+    std::set<std::string> Titles;
+};
+
+void PrintTo(const Obligation &obligation, std::ostream *out) { *out << obligation.Template << obligation.Word; }
+
+class Obligations : public ResourcesTest, public testing::WithParamInterface<Obligation> {};
+
+} // namespace
+
+TEST_P(Obligations, AreThoseOfTheStandard) {
+    StartOn(GetParam().Template);
+    std::set<std::string> titles;
+    for (Integer e = 1; e <= NumFields; ++e)
+        if (FieldRow[e] > 0 && FieldExtra[e][HelpLine].starts_with(GetParam().Word)) titles.insert(FieldTitle[e]);
+    EXPECT_EQ(titles, GetParam().Titles);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Documents, Obligations,
+    testing::Values(Obligation{"DUBLIN.FTF", "Mandatory", {}}, Obligation{"DUBLIN.FTF", "Recommended", {}},
+                    Obligation{"DATACITE.FTF",
+                               "Mandatory",
+                               {"Identifier", "Creators", "Titles", "Publisher", "Publication Year", "Resource Type",
+                                "Resource Type General"}},
+                    Obligation{"DATACITE.FTF",
+                               "Recommended",
+                               {"Subjects", "Contributors", "Dates", "Related Identifiers", "Descriptions",
+                                "Geographic Locations"}},
+                    Obligation{"ISO19115.FTF",
+                               "Mandatory",
+                               {"Resource Title", "Resource Abstract", "Metadata Dates", "Metadata Contacts"}},
+                    Obligation{"ISO19115.FTF",
+                               "Conditional",
+                               {"Geographic Location", "Resource Language", "Topic Category", "Resource Type"}},
+                    Obligation{"DCATAP.FTF", "Mandatory", {"Title", "Description"}},
+                    Obligation{"DCATAP.FTF",
+                               "Recommended",
+                               {"Contact Points", "Distributions", "Keyword", "Publisher", "Geographical Coverage",
+                                "Temporal Coverage", "Theme"}}),
+    [](const auto &obligation) {
+        const std::string name = obligation.param.Template;
+        return name.substr(0, name.find('.')) + obligation.param.Word;
+    });
+
+namespace {
+
 // How many values the standard's list has.
 struct StandardList {
     const char *Template;
     const char *Title;
     std::size_t Values;
 };
+
+void PrintTo(const StandardList &list, std::ostream *out) { *out << list.Template << " " << list.Title; }
 
 class StandardLists : public ResourcesTest, public testing::WithParamInterface<StandardList> {};
 
