@@ -126,6 +126,7 @@ void Leave() {
 
 void OpenGroup(Integer head) {
     try {
+        ForgetChoices(); // somebody may have changed a file since
         OpenStore(head);
         if (GroupItemCount == 0) {
             CloseStore();
@@ -178,7 +179,7 @@ void ShowFieldValueLine() {
         SetRow(GroupRows(), row, RowWithValue(RowPrefix(FieldTitle[member]), value));
         if (!IsList(member)) continue;
         try {
-            FieldInfo[member][Choice] = ChoiceOf(ReadChoiceFile(member), value, ComparedLength(member));
+            FieldInfo[member][Choice] = ChoiceOf(member, value);
         } catch (const RuntimeError &) { // without its file the list is shown empty
             FieldInfo[member][Choice] = -1;
         }

@@ -34,6 +34,8 @@ Table<std::array<Integer, InfoColumns>> FieldInfo;
 Table<Integer> FieldRow;
 Table<std::array<std::string, 2>> FieldExtra;
 Table<Integer> FieldGroup;
+Table<Integer> FieldSection;
+Table<Integer> FieldAbove;
 Table<Integer> RowField;
 Table<std::string> RowValue;
 Table<std::array<Integer, 2>> GroupSlot;
@@ -42,6 +44,10 @@ std::string GroupItems;
 
 bool IsGroupStart(Integer element) {
     return FieldInfo[element][TypeCode] == GroupMark && FieldInfo[element][KindItem] > 1;
+}
+
+bool IsGroupEnd(Integer element) {
+    return FieldInfo[element][TypeCode] == GroupMark && FieldInfo[element][KindItem] <= 1;
 }
 
 bool IsSection(Integer element) { return FieldInfo[element][KindItem] == SectionKind; }

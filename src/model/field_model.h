@@ -83,6 +83,9 @@ extern Table<Integer> FieldRow; // list index + 1 of its row; 0 inside a group, 
 extern Table<std::array<std::string, 2>> FieldExtra;
 extern Table<Integer> FieldGroup; // of a group start the element that ends it, of a member its start; else 0
 
+extern Table<Integer> FieldSection; // the last section break before an element; 0 for none
+extern Table<Integer> FieldAbove;   // the last element before it that stands one level higher; 0 for none
+
 // --- Tables by row (list index)
 // -----------------------------------------------------------------------------------------
 
@@ -102,6 +105,9 @@ bool IsGroupStart(Integer element);
 
 // The element is a section break.
 bool IsSection(Integer element);
+
+// The element closes a repeatable group.
+bool IsGroupEnd(Integer element);
 
 // The element has a choice list.
 bool IsList(Integer element);

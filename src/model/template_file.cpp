@@ -82,6 +82,8 @@ void SizeTables(const TemplateContent &content) {
     FieldInfo.Size(elements);
     FieldExtra.Size(elements);
     FieldGroup.Size(elements);
+    FieldSection.Size(elements);
+    FieldAbove.Size(elements);
     GroupItems = " ";
 }
 
@@ -133,6 +135,20 @@ void PlaceHeading(Integer f, const TemplateElement &element) {
     if (element.Kind == SectionKind && !element.InGroup && NumRows > 1) FieldRow[f] = AddFieldRow(f, SeparatorRow());
 }
 
+// What each element stands under: the path beside the list is read off these links.
+void LinkElements() {
+    std::vector<Integer> last(static_cast<std::size_t>(DeepestLevel) + 1); // by level; a group's end heads nothing
+    Integer section = 0;
+    for (int number = 1; number <= NumFields; ++number) {
+        const Integer e = ToInteger(number);
+        const auto level = static_cast<std::size_t>(LevelOf(e));
+        FieldSection[e] = section;
+        FieldAbove[e] = level == 0 ? Integer{0} : last[level - 1];
+        if (IsSection(e)) section = e;
+        if (!IsGroupEnd(e)) last[level] = e;
+    }
+}
+
 void FillTables(const TemplateContent &content) {
     NumFields = 0;
     NumRows = 0;
@@ -156,6 +172,7 @@ void FillTables(const TemplateContent &content) {
     Quintave.List1[GroupList].Tag = "-1";
     DeepestLevel = content.DeepestLevel;
     LevelTableRows = ToInteger(DeepestLevel + 2);
+    LinkElements();
     LevelTable.Size(LevelTableRows);
     BuildTitleIndex();
     LevelTable.Size(LevelTableRows); // the index has passed its titles through it

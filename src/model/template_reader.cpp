@@ -70,8 +70,9 @@ void SkipHeader(ItemInput &input) {
 }
 
 // First pass: how many rows the tables must hold. A list counts as one at its ending alone once a group is open, so a
-// file whose choice lists or groups are not ended is found here.
-void CountRows(ItemInput input, TemplateContent &content) {
+// file whose choice lists or groups are not ended is found here. The input stands where it stood before.
+void CountRows(ItemInput &input, TemplateContent &content) {
+    const std::size_t start = input.At;
     Integer rows = 0;
     while (!AtEnd(input)) {
         Record record = ReadRecord(input);
@@ -89,10 +90,11 @@ void CountRows(ItemInput input, TemplateContent &content) {
         }
     }
     content.Rows = rows;
+    input.At = start;
 }
 
 // Second pass: the elements as they are.
-void ReadElements(ItemInput input, TemplateContent &content) {
+void ReadElements(ItemInput &input, TemplateContent &content) {
     bool inGroup = false;
     Integer members = 0;
     int deepest = 0;

@@ -31,7 +31,8 @@ struct BusyPointer {
     BusyPointer &operator=(const BusyPointer &) = delete;
 };
 
-// Lets the window be painted and answer the desktop in the middle of a long work; the user's acts wait.
+// Lets the window be painted and answer the desktop in the middle of a long work, not more often than an eye can
+// follow; the user's acts wait.
 void KeepWindowAlive();
 
 // Paints a control now, in the middle of a long work; not more often than a screen shows.

@@ -7,11 +7,45 @@
 #include "platform/dialogs.h"
 #include "platform/items.h"
 
+#include <algorithm>
 #include <climits>
+#include <unordered_map>
 
-bool IsOther(std::string_view choice) { return Trim(UpperCase(choice)) == "OTHER..."; }
+namespace {
 
-bool IsClear(std::string_view choice) { return Trim(UpperCase(choice)) == "<RESET/CLEAR FIELD ENTRY>"; }
+// The choices of one element, for many texts: by what a text must be to mean one, its position.
+struct ChoiceIndex {
+    std::unordered_map<std::string, Integer> Positions;
+    Integer Open = -1; // position of the open option
+};
+
+// The lists looked up since ForgetChoices(), by element.
+std::unordered_map<Integer, ChoiceIndex> Known;
+
+ChoiceIndex IndexOf(const std::vector<std::string> &choices, long comparedLength) {
+    ChoiceIndex index;
+    for (const std::string &whole : choices) {
+        const auto position = ToInteger(&whole - choices.data());
+        const std::string choice = Left(whole, comparedLength);
+        index.Positions.try_emplace(RTrim(choice), position);
+        index.Positions.try_emplace(choice, position);
+        if (IsOther(whole)) index.Open = position;
+    }
+    return index;
+}
+
+// With or without the blanks at the end of the choice.
+bool Means(std::string_view text, std::string_view choice) {
+    if (!choice.starts_with(text)) return false;
+    const std::string_view rest = choice.substr(text.size());
+    return rest.empty() || (!text.ends_with(' ') && rest.find_first_not_of(' ') == std::string_view::npos);
+}
+
+} // namespace
+
+bool IsOther(std::string_view choice) { return UpperCase(Trim(choice)) == "OTHER..."; }
+
+bool IsClear(std::string_view choice) { return UpperCase(Trim(choice)) == "<RESET/CLEAR FIELD ENTRY>"; }
 
 std::vector<std::string> ReadChoiceFile(Integer element) {
     ItemInput input = OpenItems(ResourceDir + ChoiceFileName(element));
@@ -24,15 +58,23 @@ long ComparedLength(Integer element) { return FieldRow[element] == 0 ? FieldInfo
 
 Integer ChoiceOf(const std::vector<std::string> &choices, std::string_view text, long comparedLength) {
     if (Trim(text).empty()) return -1;
-    Integer other = -1;
-    Integer position = 0;
-    for (const std::string &whole : choices) {
-        const std::string choice = Left(whole, comparedLength);
-        if (choice == text || RTrim(choice) == text) return position;
-        if (IsOther(whole)) other = position;
-        ++position;
-    }
-    return other;
+    const auto length = static_cast<std::size_t>(comparedLength);
+    const auto equal = std::find_if(choices.begin(), choices.end(),
+                                    [&](std::string_view choice) { return Means(text, choice.substr(0, length)); });
+    if (equal != choices.end()) return ToInteger(equal - choices.begin());
+    const auto open = std::find_if(choices.rbegin(), choices.rend(), IsOther);
+    return ToInteger(choices.rend() - open - 1);
+}
+
+void ForgetChoices() { Known.clear(); }
+
+Integer ChoiceOf(Integer element, std::string_view text) {
+    auto found = Known.find(element);
+    if (found == Known.end())
+        found = Known.emplace(element, IndexOf(ReadChoiceFile(element), ComparedLength(element))).first;
+    if (Trim(text).empty()) return -1;
+    const auto equal = found->second.Positions.find(std::string(text));
+    return equal == found->second.Positions.end() ? found->second.Open : equal->second;
 }
 
 namespace {
@@ -40,7 +82,7 @@ namespace {
 // True where the text has a place in the element's list, or is empty; otherwise after the message.
 bool HasChoice(Integer element, const std::string &text) {
     FieldInfo[element][Choice] = -1;
-    FieldInfo[element][Choice] = ChoiceOf(ReadChoiceFile(element), text, ComparedLength(element));
+    FieldInfo[element][Choice] = ChoiceOf(element, text);
     if (FieldInfo[element][Choice] >= 0 || Trim(text).empty()) return true;
     MsgBox("No matching list option was found for the field " + Trim(FieldTitle[element]) +
                ", and this is a closed list (i.e., no 'Other...' option)!" + NL + NL + "Your existing field data ( '" +

@@ -21,6 +21,11 @@ long ComparedLength(Integer element);
 // -1; -1 for an empty text.
 Integer ChoiceOf(const std::vector<std::string> &choices, std::string_view text, long comparedLength);
 
+// The same in the choices of a LIST element; error 53 where its file is missing. The choices are read once and kept
+// until they are forgotten, so that many texts cost no more than they are.
+Integer ChoiceOf(Integer element, std::string_view text);
+void ForgetChoices();
+
 // Matches a value that was loaded into a field against its choices: the position goes into FieldInfo(). A value that no
 // choice of a closed list equals is refused with a message and emptied with all its instances. Other elements are left
 // alone; error 53 where the choice file is missing.

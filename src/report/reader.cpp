@@ -126,6 +126,7 @@ LoadResult PlaceFile(ItemInput &input) {
     RememberFile();
     StartMerge();
     ForgetTitlesRead();
+    ForgetChoices();
     StartBlocks();
     bool whole = false;
     const Integer fault = FaultOf([&] {

@@ -156,7 +156,7 @@ void BuildTitleIndex() {
     std::map<std::pair<ShapeNumber, Integer>, ShapeNumber> numbers;
     for (int number = 1; number <= NumFields; ++number) {
         const Integer e = ToInteger(number);
-        const bool isGroupEnd = FieldInfo[e][TypeCode] == GroupMark && !IsGroupStart(e);
+        const bool isGroupEnd = IsGroupEnd(e);
         const Integer level = LevelOf(isGroupEnd ? FieldGroup[e] : e);
         while (around.back().Level >= level) around.pop_back();
         if (isGroupEnd) continue; // no title, and what its group held encloses nothing behind it

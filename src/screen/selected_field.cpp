@@ -24,36 +24,17 @@ namespace {
 constexpr int IndentPerLevel = 4;
 constexpr long OtherBoxRight = 7695; // twips
 
-bool IsGroupEndMark(Integer element) {
-    return FieldInfo[element][TypeCode] == GroupMark && FieldInfo[element][KindItem] <= 1;
-}
-
-// The last section break before an element; -1 where there is none.
-int SectionOf(Integer element) {
-    const std::string &tag = Quintave.SectionLabel.Tag;
-    int section = NumericValue(tag);
-    for (auto bar = tag.find('|'); bar != std::string::npos; bar = tag.find('|', bar + 1)) {
-        const int next = NumericValue(std::string_view(tag).substr(bar + 1, 6));
-        if (next < element) section = next;
-    }
-    return section;
-}
-
 void ShowSectionPath(Integer element) {
     Control &path = Quintave.SectionLabel;
     ClearRows(path);
-    const int found = SectionOf(element);
-    if (found <= -1) {
+    const Integer section = FieldSection[element];
+    if (section == 0) {
         AddRow(path, "No Sections Specified");
         return;
     }
-    const Integer section = ToInteger(found);
-    int level = LevelOf(element) - 1;
-    for (Integer e = ToInteger(element - 1); e > section && level > LevelOf(section); --e) {
-        if (LevelOf(e) != level || IsGroupEndMark(e)) continue;
-        InsertRow(path, 0, std::string(static_cast<std::size_t>((level - 1) * IndentPerLevel), ' ') + FieldTitle[e]);
-        --level;
-    }
+    for (Integer e = FieldAbove[element]; e > section && LevelOf(e) > LevelOf(section); e = FieldAbove[e])
+        InsertRow(path, 0,
+                  std::string(static_cast<std::size_t>((LevelOf(e) - 1) * IndentPerLevel), ' ') + FieldTitle[e]);
     InsertRow(path, 0, FieldTitle[section]);
 }
 

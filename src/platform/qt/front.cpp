@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QDate>
+#include <QElapsedTimer>
 #include <QFontMetrics>
 #include <QLabel>
 #include <QLocale>
@@ -51,9 +52,13 @@ void ShowBusyPointer(bool busy) {
 }
 
 void KeepWindowAlive() {
+    constexpr qint64 LeastMilliseconds = 50; // painting all rows more often would cost more than the work itself
+    static QElapsedTimer sinceLast;
+    if (sinceLast.isValid() && sinceLast.elapsed() < LeastMilliseconds) return;
     ShowChanges();
     // A signal or the session's end, which come by sockets, would find the work half done.
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
+    sinceLast.start();
 }
 
 std::string ShortDate() {

@@ -40,7 +40,8 @@ public:
             for (const std::string &row : of.Rows) longest = std::max(longest, row.size());
             endResetModel();
         } else if (aspects & RowAspect) {
-            for (const Integer row : rows) emit dataChanged(index(row), index(row));
+            const auto [first, last] = std::minmax_element(rows.begin(), rows.end());
+            emit dataChanged(index(*first), index(*last));
         }
     }
 
@@ -129,6 +130,12 @@ public:
     }
 
     void keyboardSearch(const QString & /*text*/) override {}
+
+    // All rows are equally high and as wide as the longest may be: the toolkit's list would lay out every one of them
+    // anew because one has another text.
+    void dataChanged(const QModelIndex &first, const QModelIndex &last, const QList<int> &roles) override {
+        QAbstractItemView::dataChanged(first, last, roles);
+    }
 
 protected:
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override {
