@@ -234,11 +234,7 @@ void LoadPickedTemplate() {
     const std::string oldName = TemplateName;
     TemplateDir = ReportFileDir;
     TemplateName = ReportFileName;
-    std::string suffix;
-    if (CheckHeader(TemplateDir + TemplateName, suffix) == Header::Good && LoadTemplateFile()) {
-        ApplyHeaderSuffix(suffix);
-        return;
-    }
+    if (LoadNamedTemplate()) return;
     TemplateDir = oldDir;
     TemplateName = oldName;
 }
@@ -266,6 +262,13 @@ bool LoadTemplateFile() {
     AddRowWithoutFields();
     ShowTemplateCaption();
     HideBanner();
+    return true;
+}
+
+bool LoadNamedTemplate() {
+    std::string suffix;
+    if (CheckHeader(TemplateDir + TemplateName, suffix) != Header::Good || !LoadTemplateFile()) return false;
+    ApplyHeaderSuffix(suffix);
     return true;
 }
 

@@ -12,6 +12,9 @@ bool LoadFirstTemplate();
 // end, or whose work files cannot be written, is refused with a message: false, and nothing has changed.
 bool LoadTemplateFile();
 
+// The same behind a check of the header, which may turn instances off.
+bool LoadNamedTemplate();
+
 // Event of CommandTemplate: offers to save, empties the entries and asks for another template.
 void CommandTemplate_Click();
 

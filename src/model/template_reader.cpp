@@ -10,7 +10,6 @@
 
 namespace {
 
-constexpr std::string_view EndOfChoices = "XXX-1XXX";
 constexpr int HeaderItems = 6;
 
 struct Record {
@@ -145,6 +144,10 @@ void ReadElements(ItemInput &input, TemplateContent &content) {
 
 bool ReadTemplateHeader(const std::string &path, std::string &suffix) {
     ItemInput input = OpenItems(path);
+    return ReadTemplateHeader(input, suffix);
+}
+
+bool ReadTemplateHeader(ItemInput &input, std::string &suffix) {
     try {
         BeginRecord(input);
         const std::string identifier = ReadText(input, Input::Lenient);

@@ -31,11 +31,15 @@ struct TemplateContent {
 };
 
 inline constexpr std::string_view TemplateIdentifier = "QUINTAVE FIELDS TEMPLATE FILE";
+inline constexpr std::string_view EndOfChoices = "XXX-1XXX";        // with or without blanks around
 inline constexpr std::string_view VersionIdentifier = "QuintaveV2"; // begins the second item of templates and reports
 
 // The suffix behind the version identifier in a template's header. False where the header is none. May throw the error
 // of a file that cannot be read.
 bool ReadTemplateHeader(const std::string &path, std::string &suffix);
+
+// The same at the start of an input, which stands behind the header afterwards.
+bool ReadTemplateHeader(ItemInput &input, std::string &suffix);
 
 // The elements of a template with a good header. Error 62 where a record, a choice list or a group is not ended; error
 // 6 for a number or a count past 16 bits.

@@ -258,9 +258,25 @@ void RenameFile(const std::string &from, const std::string &to) {
     if (rename(from.c_str(), to.c_str()) != 0) Fail(to);
 }
 
+int MakeFileBeside(std::string &path) {
+    const std::string wanted = path;
+    path += ".XXXXXX";
+    const int handle = mkostemp(path.data(), O_CLOEXEC);
+    if (handle < 0) Fail(wanted);
+    return handle;
+}
+
+void MakeDirectoryBeside(std::string &path) {
+    const std::string wanted = path;
+    path += ".XXXXXX";
+    if (mkdtemp(path.data()) == nullptr) Fail(wanted);
+}
+
 OutputFile::OutputFile(const std::string &path, Access access)
     : handle(OpenHandle(path, O_WRONLY | O_CREAT | O_TRUNC | (access == Access::Own ? O_NOFOLLOW : 0),
                         access == Access::Own ? OwnMode : UserMode)) {}
+
+OutputFile::OutputFile(int descriptor) : handle(descriptor) {}
 
 OutputFile::~OutputFile() {
     if (handle >= 0) close(handle);

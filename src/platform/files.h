@@ -78,12 +78,18 @@ void DeleteFile(const std::string &path);
 // Gives a file another name in place of whatever had it.
 void RenameFile(const std::string &from, const std::string &to);
 
+// Makes a file (a directory) that nobody else may use, of the given path and six characters more, which it appends; the
+// file is open for writing.
+int MakeFileBeside(std::string &path);
+void MakeDirectoryBeside(std::string &path);
+
 // Writes a file from its first byte, replacing an existing one at once; what was written before an error stays.
 class OutputFile {
 public:
     enum class Access { User, Own }; // Own: a work file, which nobody else may read and which no link leads elsewhere
 
     OutputFile(const std::string &path, Access access);
+    explicit OutputFile(int descriptor); // takes over a file that is open for writing
     ~OutputFile();
     OutputFile(const OutputFile &) = delete;
     OutputFile &operator=(const OutputFile &) = delete;

@@ -102,6 +102,15 @@ ItemInput ItemsOf(std::string bytes) {
     return {std::move(bytes), 0};
 }
 
+long LineAt(LinePlace &counted, std::string_view bytes, std::size_t at) {
+    for (; counted.At < std::min(at, bytes.size()); ++counted.At) {
+        const bool halfOfPair =
+            bytes[counted.At] == '\r' && counted.At + 1 < bytes.size() && bytes[counted.At + 1] == '\n';
+        if (IsLineEnd(bytes[counted.At]) && !halfOfPair) ++counted.Line;
+    }
+    return counted.Line;
+}
+
 bool AtEnd(const ItemInput &input) {
     return std::all_of(input.Bytes.begin() + static_cast<std::ptrdiff_t>(input.At), input.Bytes.end(),
                        [](char c) { return IsBlank(c) || IsLineEnd(c); });

@@ -23,6 +23,15 @@ ItemInput OpenItems(const std::string &path);
 // Items from bytes in hand.
 ItemInput ItemsOf(std::string bytes);
 
+// The line of a place in a text; it remembers how far it has counted, so that places asked for in order cost no more
+// than the text is long.
+struct LinePlace {
+    std::size_t At = 0;
+    long Line = 1;
+};
+
+long LineAt(LinePlace &counted, std::string_view bytes, std::size_t at);
+
 // Only blanks (spaces, tabs) and line ends remain.
 bool AtEnd(const ItemInput &input);
 

@@ -8,14 +8,13 @@
 #include "report/records.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace {
 
 constexpr std::size_t LineLength = 80;
 
 // The file being written, and its line so far; none outside a print.
-std::optional<OutputFile> Output;
+OutputFile *Output = nullptr;
 std::string Line;
 
 void EndLine() {
@@ -50,7 +49,11 @@ void WriteCentred(std::string_view text, Integer style) {
 
 void NoPageBreak() {}
 
-void WriteReport(ItemInput &input) {
+} // namespace
+
+void WriteTextPrint(ItemInput &input, OutputFile &output) {
+    Output = &output;
+    Line.clear();
     const PrintOptions options = ReadPrintOptions();
     const PrintSink sink{0, LineLength, NoPageBreak, WriteTitle, EndLine, WritePiece, WriteCentred};
     if (!options.Raw) {
@@ -67,13 +70,13 @@ void WriteReport(ItemInput &input) {
     }
 }
 
+namespace {
+
 void WriteFile(ItemInput &input, const std::string &path) {
-    Output.emplace(path, OutputFile::Access::User);
-    Line.clear();
-    const Integer fault = FaultOf([&] { WriteReport(input); });
+    OutputFile output(path, OutputFile::Access::User);
+    const Integer fault = FaultOf([&] { WriteTextPrint(input, output); });
     // What could be read stays in the file; a fault of the file itself is the one to tell.
-    const Integer endFault = FaultOf([&] { Output->Close(fault == 0); });
-    Output.reset();
+    const Integer endFault = FaultOf([&] { output.Close(fault == 0); });
     if (fault != 0 || endFault != 0) throw RuntimeError{endFault != 0 ? endFault : fault};
 }
 

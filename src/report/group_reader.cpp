@@ -12,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+void (*OnCutMember)(Integer member) = nullptr;
+
 namespace {
 
 // The block being read.
@@ -60,6 +62,7 @@ std::string FittedValue(Integer member, std::string_view value) {
     const auto cells = static_cast<std::size_t>(FieldInfo[member][KindItem]);
     if (text.size() <= cells) return text;
     CutMembers.insert(member);
+    if (OnCutMember != nullptr) OnCutMember(member);
     if (FirstCut == 0) FirstCut = member;
     text.resize(cells);
     if (text.ends_with('\r')) text.pop_back(); // half a line break
@@ -125,5 +128,5 @@ void TellCutMembers() {
             " field(s) did not fit into their Repeating Group and were cut to the length that the Fields Template File "
             "allows!" +
             NL + NL + "First field: " + FieldTitle[FirstCut],
-        ExclamationIcon, "WARNING - Field Data Cut!");
+        ExclamationIcon, CutTitle);
 }

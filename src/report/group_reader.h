@@ -31,5 +31,11 @@ void PlaceMember(Integer member, std::string_view value);
 // without any value changes nothing.
 void EndBlock();
 
+// Told of each value that did not fit into the cells of a member; none while nobody wants to know.
+extern void (*OnCutMember)(Integer member);
+
+// Title of the message behind a load about such values.
+inline constexpr std::string_view CutTitle = "WARNING - Field Data Cut!";
+
 // After a load: tells which values did not fit into their cells.
 void TellCutMembers();

@@ -8,8 +8,6 @@ Integer MergeFlag = Undecided;
 
 namespace {
 
-constexpr std::string_view OverwriteTitle = "Overwrite or 'Add To'";
-
 void Ask(const std::string &question) {
     MergeFlag = MsgBox(question, YesNo, OverwriteTitle) == YesAnswer ? Overwrite : AddInstances;
 }

@@ -4,10 +4,14 @@
 #include "platform/runtime.h"
 
 #include <string>
+#include <string_view>
 
 inline constexpr Integer Undecided = -1;
 inline constexpr Integer Overwrite = 0;
 inline constexpr Integer AddInstances = 1;
+
+// Title of that question.
+inline constexpr std::string_view OverwriteTitle = "Overwrite or 'Add To'";
 
 // The user's answer for the present load; Overwrite from the start where the template turns instances off.
 extern Integer MergeFlag;

@@ -16,8 +16,14 @@
 #include "screen/row_text.h"
 
 #include <new>
+#include <utility>
 
 namespace {
+
+// The report being read, and where its present record begins.
+const ItemInput *Present = nullptr;
+std::size_t RecordAt = 0;
+LinePlace Counted;
 
 bool SkipTooDeep(const ReportRecord &record) {
     return MsgBox("The nesting level (" + std::to_string(record.Level) + " ) of this field (" + record.Title +
@@ -88,6 +94,8 @@ bool PlaceRecords(ItemInput &input) {
     constexpr int RecordsPerBreath = 200;
     ReportRecord record;
     for (int count = 1; !AtEnd(input); ++count) {
+        BeginRecord(input);
+        RecordAt = input.At;
         ReadReportRecord(input, record);
         if (!PlaceRecord(record)) return false;
         if (count % RecordsPerBreath == 0) KeepWindowAlive();
@@ -123,6 +131,9 @@ void ForgetFile() {
 void KeepOpenBlock() { FaultOf(EndBlock); }
 
 LoadResult PlaceFile(ItemInput &input) {
+    Present = &input;
+    RecordAt = 0;
+    Counted = {};
     RememberFile();
     StartMerge();
     ForgetTitlesRead();
@@ -152,6 +163,10 @@ LoadResult LoadReportFile() {
         TellLoadError(fault);
         return LoadResult::Refused;
     }
+    return LoadReport(std::move(input));
+}
+
+LoadResult LoadReport(ItemInput input) {
     if (!ReadReportHeader(input)) {
         MsgBox("This File is not properly identified as a version 2 Quintave file!" + NL + NL +
                    "File load procedure has been CANCELLED!",
@@ -159,5 +174,9 @@ LoadResult LoadReportFile() {
         return LoadResult::Refused;
     }
     const BusyPointer busy;
-    return PlaceFile(input);
+    const LoadResult result = PlaceFile(input);
+    Present = nullptr;
+    return result;
 }
+
+long RecordLine() { return Present == nullptr ? 1 : LineAt(Counted, Present->Bytes, RecordAt); }

@@ -12,12 +12,13 @@ bool HasLineBreak(const std::string &text) {
 
 } // namespace
 
-bool ReadReportHeader(ItemInput &input) {
+bool ReadReportHeader(ItemInput &input, std::string *templateName) {
     try {
         BeginRecord(input);
         const Integer format = ReadInteger(input, Input::Lenient);
         const bool identified = ReadItem(input, Input::Lenient).starts_with(VersionIdentifier);
-        ReadItem(input, Input::Lenient); // the template's name does not matter
+        const std::string_view name = ReadItem(input, Input::Lenient); // any name will do
+        if (templateName != nullptr) *templateName = name;
         return format == 0 && identified;
     } catch (const RuntimeError &) { // the file ends inside its header
         return false;

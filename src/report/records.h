@@ -22,8 +22,8 @@ struct ReportRecord {
     std::string Text; // lines end in CR LF
 };
 
-// The first record is that of a report; the input stands behind it.
-bool ReadReportHeader(ItemInput &input);
+// The first record is that of a report; the input stands behind it. Hands out the name of the template it was made on.
+bool ReadReportHeader(ItemInput &input, std::string *templateName = nullptr);
 
 // The next record with its continuation lines, over what the record held. Error 13 or 62 where it is damaged.
 void ReadReportRecord(ItemInput &input, ReportRecord &record);

@@ -33,8 +33,8 @@ struct ConsoleDialogs {
     std::deque<std::string> Texts;
     std::deque<Integer> DialogErrors; // a number other than 0 fails the next file dialog
 
-    // Messages are printed on standard error, too.
-    bool Printed = false;
+    // Answers every message in the place of all that; nothing is kept of them then.
+    Answer (*Reply)(const ShownMessage &message) = nullptr;
 };
 
 extern ConsoleDialogs Dialogs;

@@ -1,10 +1,7 @@
 // Dialogues without a display (answers.h).
 #include "platform/dialogs.h"
 
-#include "platform/codepage.h"
 #include "platform/console/answers.h"
-
-#include <cstdio>
 
 ConsoleDialogs Dialogs;
 
@@ -37,14 +34,14 @@ Answer DefaultAnswer(int style) {
 }
 
 Answer MsgBox(std::string_view text, int style, std::string_view title) {
-    Dialogs.Messages.push_back({std::string(title), std::string(text), style});
-    if (Dialogs.Printed) std::fprintf(stderr, "%s\n", ToUtf8(text).c_str());
+    const ShownMessage message{std::string(title), std::string(text), style};
+    if (Dialogs.Reply != nullptr) return Dialogs.Reply(message);
+    Dialogs.Messages.push_back(message);
     return Next(Dialogs.Answers, DefaultAnswer(style));
 }
 
 void TellUtf8(std::string_view utf8, std::string_view title) {
     Dialogs.Messages.push_back({std::string(title), std::string(utf8), OkOnly});
-    if (Dialogs.Printed) std::fprintf(stderr, "%s\n", std::string(utf8).c_str());
 }
 
 std::string InputBox(std::string_view prompt, std::string_view title, std::string_view proposal) {

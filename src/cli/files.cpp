@@ -1,0 +1,75 @@
+// Inputs and outputs of commands (files.h).
+#include "cli/files.h"
+
+#include "cli/work_folder.h"
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr mode_t EverybodysMode = 0666;
+constexpr mode_t ModeBits = 07777;
+
+bool IsStandard(const std::string &path) { return path.empty() || path == "-"; }
+
+std::string ReadStandardInput() {
+    std::string bytes;
+    std::array<char, 65536> part{};
+    while (true) {
+        const ssize_t count = read(STDIN_FILENO, part.data(), part.size());
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) throw RuntimeError{errno == EISDIR ? PathAccessError : DeviceError};
+        if (count == 0) return bytes;
+        bytes.append(part.data(), static_cast<std::size_t>(count));
+    }
+}
+
+// Where a link leads to, so that the output takes the place of what it names and not of the link.
+std::string LinkedPath(const std::string &path) {
+    const std::unique_ptr<char, void (*)(void *)> real(realpath(path.c_str(), nullptr), std::free);
+    return real ? real.get() : path;
+}
+
+mode_t UsualMode() {
+    const mode_t mask = umask(0);
+    umask(mask);
+    return EverybodysMode & ~mask;
+}
+
+} // namespace
+
+std::string ReadInput(const std::string &path) { return path == "-" ? ReadStandardInput() : ReadFile(path); }
+
+Result::Result(std::string path, const std::vector<std::string> &inputs) : place(std::move(path)) {
+    for (const std::string &input : inputs)
+        if (!IsStandard(place) && IsSameFile(input, place)) throw RuntimeError{FileAlreadyOpen};
+    struct stat status {};
+    if (IsStandard(place)) {
+        file = std::make_unique<OutputFile>(dup(STDOUT_FILENO));
+    } else if (stat(place.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
+        file = std::make_unique<OutputFile>(place, OutputFile::Access::User); // a device or a pipe keeps its place
+    } else {
+        OpenBeside();
+    }
+}
+
+void Result::OpenBeside() {
+    place = LinkedPath(place);
+    staged = place;
+    const int handle = MakeFileBeside(staged);
+    RemoveAtEnd(staged);
+    struct stat status {};
+    const bool replaces = stat(place.c_str(), &status) == 0;
+    if (fchmod(handle, replaces ? status.st_mode & ModeBits : UsualMode()) != 0) errno = 0; // such a disk has no modes
+    file = std::make_unique<OutputFile>(handle);
+}
+
+void Result::Close() {
+    file->Close(!staged.empty());
+    if (!staged.empty()) RenameFile(staged, place);
+}

@@ -1,0 +1,79 @@
+// quintave-cli: reports and templates without a window. Its commands: commands.cpp.
+#include "cli/messages.h"
+#include "cli/options.h"
+#include "cli/work_folder.h"
+
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <new>
+#include <unistd.h>
+
+namespace {
+
+int TellUsage(const std::string &text, const std::string &command) {
+    if (!text.empty()) std::fprintf(stderr, "quintave-cli: %s\n", text.c_str());
+    std::fprintf(stderr, "Try 'quintave-cli%s --help' for more information.\n", command.c_str());
+    return WrongUsage;
+}
+
+// --help and --version count wherever they stand, like everywhere.
+bool Asks(int count, char **texts, const char *option) {
+    for (int i = 1; i < count && std::strcmp(texts[i], "--") != 0; ++i)
+        if (std::strcmp(texts[i], option) == 0) return true;
+    return false;
+}
+
+int RunCommand(const Command &command, int count, char **texts) {
+    try {
+        return command.Run(ReadArguments(command, count, texts));
+    } catch (const UsageError &error) {
+        return TellUsage(error.Text, " " + std::string(command.Name));
+    } catch (const RuntimeError &error) {
+        return TellFileError(command.Name, error.Number);
+    } catch (const std::bad_alloc &) {
+        return TellFileError(command.Name, OutOfMemory);
+    }
+}
+
+// A standard file that was closed would be taken by the next one opened; in this way it only cannot be used.
+void OpenStandardFiles() {
+    for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (fcntl(standard, F_GETFD) < 0 && open("/dev/null", standard == STDIN_FILENO ? O_WRONLY : O_RDONLY) < 0)
+            std::exit(FileFault);
+}
+
+int Run(int count, char **texts) {
+    const std::string_view name = count > 1 ? texts[1] : "";
+    const auto commands = Commands();
+    const auto command =
+        std::find_if(commands.begin(), commands.end(), [&](const Command &c) { return c.Name == name; });
+    if (Asks(count, texts, "--help")) {
+        WriteResult(command == commands.end() ? HelpText() : HelpText(*command));
+        return NothingFound;
+    }
+    if (Asks(count, texts, "--version")) {
+        WriteResult("quintave-cli " QUINTAVE_VERSION "\n");
+        return NothingFound;
+    }
+    if (name.empty()) return TellUsage("which command?", "");
+    if (command == commands.end()) return TellUsage("there is no command '" + std::string(name) + "'", "");
+    texts[1] = texts[0]; // whom the reader of options names in its messages
+    return RunCommand(*command, count - 1, texts + 1);
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    OpenStandardFiles();
+    std::signal(SIGPIPE, SIG_DFL); // a reader that has seen enough ends the program without a word
+    static char name[] = "quintave-cli";
+    if (argc > 0) argv[0] = name;
+    const int status = Run(argc, argv);
+    const bool whole = EndResults();
+    RemoveWorkFolder();
+    return whole ? status : std::max<int>(status, FileFault);
+}

@@ -1,0 +1,72 @@
+// Working the rooms (rooms.h).
+#include "cli/rooms.h"
+
+#include "cli/files.h"
+#include "cli/messages.h"
+#include "cli/options.h"
+#include "cli/work_folder.h"
+#include "main/events.h"
+#include "main/layout.h"
+#include "main/session.h"
+#include "model/field_model.h"
+#include "model/template_file.h"
+#include "platform/console/answers.h"
+#include "platform/files.h"
+
+#include <filesystem>
+
+bool LoadTemplate(const std::string &path, const std::string &bytes) {
+    ConnectMainWindow();
+    SetContainers(MainLayout());
+    ResourceDir = WorkFolder();
+    std::string directory;
+    SplitPath(path, directory, TemplateName);
+    // A copy in a directory of its own: the template may come through a pipe, and work files are deleted by pattern.
+    TemplateDir = ResourceDir + "template/";
+    std::error_code ignored; // the copy's error will tell
+    std::filesystem::create_directory(TemplateDir, ignored);
+    OutputFile copy(TemplateDir + TemplateName, OutputFile::Access::Own);
+    copy.Write(bytes);
+    copy.Close(false);
+    return LoadNamedTemplate();
+}
+
+bool LoadTemplateOf(const Arguments &arguments) {
+    static std::string path;
+    path = arguments.Last("template");
+    if (path.empty()) throw UsageError{"missing --template FILE.ftf"};
+    Dialogs.Reply = [](const ShownMessage &message) {
+        TellMessage(path, 0, message.Text);
+        return DefaultAnswer(message.Style);
+    };
+    try {
+        return LoadTemplate(path, ReadInput(path));
+    } catch (const RuntimeError &error) {
+        TellFileError(path, error.Number);
+        return false;
+    }
+}
+
+void EmptyEntries() {
+    DataChanged = False; // nobody is to be asked
+    CommandReset_Click();
+}
+
+Integer ToldError(const ShownMessage &message) {
+    constexpr std::string_view Start = "Error: ";
+    return message.Text.starts_with(Start) ? ToInteger(NumericValue(message.Text.substr(Start.size()))) : Integer{0};
+}
+
+bool IsReportFault(Integer number) { return number == Overflow || number == TypeMismatch || number == InputPastEnd; }
+
+std::string TitlePath(Integer element) {
+    std::string path = FieldTitle[element];
+    Integer level = LevelOf(element);
+    for (Integer e = ToInteger(element - 1); e > 0; --e) {
+        const bool encloses = IsSection(e) || (IsGroupStart(e) && FieldGroup[element] == e);
+        if (!encloses || LevelOf(e) >= level) continue;
+        path = FieldTitle[e] + " / " + path;
+        level = LevelOf(e);
+    }
+    return path;
+}

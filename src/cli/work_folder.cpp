@@ -1,0 +1,78 @@
+// The directory of work files and its removal (work_folder.h).
+#include "cli/work_folder.h"
+
+#include "platform/files.h"
+#include "platform/runtime.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+// The process that removes, and the end of the pipe by which it learns what there is to remove and that the program has
+// ended; 0 and -1 before there is anything.
+pid_t Remover = 0;
+int ToRemover = -1;
+
+// Reads paths, each ended by a NUL, until nobody can write any more; then removes them all.
+[[noreturn]] void RunRemover(int input) {
+    setsid(); // what the terminal sends to the program is not for this one
+    for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) close(standard);
+    std::string paths;
+    std::array<char, 4096> part{};
+    ssize_t count = 0;
+    while ((count = read(input, part.data(), part.size())) > 0)
+        paths.append(part.data(), static_cast<std::size_t>(count));
+    std::error_code ignored;
+    for (std::size_t at = 0; at < paths.size(); at = paths.find('\0', at) + 1)
+        std::filesystem::remove_all(paths.c_str() + at, ignored);
+    _exit(0);
+}
+
+void StartRemover() {
+    std::array<int, 2> ends{};
+    if (pipe2(ends.data(), O_CLOEXEC) != 0) throw RuntimeError{TooManyFiles};
+    Remover = fork();
+    if (Remover == 0) {
+        close(ends[1]);
+        RunRemover(ends[0]);
+    }
+    close(ends[0]);
+    ToRemover = ends[1];
+    if (Remover < 0) throw RuntimeError{OutOfMemory};
+}
+
+std::string MakeFolder() {
+    const char *const parent = std::getenv("TMPDIR");
+    std::string path = WithSeparator(parent != nullptr && *parent == '/' ? parent : "/tmp") + "quintave-cli";
+    MakeDirectoryBeside(path);
+    RemoveAtEnd(path);
+    return path + "/";
+}
+
+} // namespace
+
+const std::string &WorkFolder() {
+    static const std::string folder = MakeFolder();
+    return folder;
+}
+
+void RemoveAtEnd(const std::string &path) {
+    if (ToRemover < 0) StartRemover();
+    const char *const bytes = path.c_str();
+    if (write(ToRemover, bytes, path.size() + 1) < 0) throw RuntimeError{DeviceError};
+}
+
+void RemoveWorkFolder() {
+    if (ToRemover < 0) return;
+    close(ToRemover);
+    ToRemover = -1;
+    while (waitpid(Remover, nullptr, 0) < 0 && errno == EINTR) {
+    }
+}
