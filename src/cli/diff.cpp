@@ -53,7 +53,8 @@ void Tell(const char *what, const std::string &path, const std::string &text) {
 // The instances between two that are alike: paired as far as both sides reach.
 void TellGap(const std::string &path, std::span<const std::string> a, std::span<const std::string> b) {
     const std::size_t pairs = std::min(a.size(), b.size());
-    for (std::size_t i = 0; i < pairs; ++i) Tell("changed", path, Shown(a[i]) + " -> " + Shown(b[i]));
+    for (std::size_t i = 0; i < pairs; ++i)
+        if (a[i] != b[i]) Tell("changed", path, Shown(a[i]) + " -> " + Shown(b[i]));
     for (const std::string &value : a.subspan(pairs)) Tell("missing", path, Shown(value));
     for (const std::string &value : b.subspan(pairs)) Tell("added", path, Shown(value));
 }

@@ -1,4 +1,5 @@
-// A report as Markdown to read: headings for sections and occurrences, a paragraph for each field (export_formats.h).
+// A report as Markdown to read: headings for sections, a paragraph for each field, a numbered list for
+// the occurrences of a group (export_formats.h).
 #include "cli/export_formats.h"
 
 #include "cli/report_events.h"
@@ -49,46 +50,76 @@ std::string Escaped(std::string_view text, const std::string &indent) {
     return escaped;
 }
 
-std::string Field(const ReportEvent &event) {
-    const std::string title = "**" + Escaped(event.Title, "") + ":**";
-    if (event.Values.size() == 1) return title + " " + Escaped(event.Values[0], "") + "\n\n";
-    std::string text = title + "\n\n";
-    for (const std::string &value : event.Values) text += "- " + Escaped(value, "  ") + "\n";
-    return text + "\n";
+// Blocks of text, each followed by an empty line, behind the marks of the lists that they stand in.
+struct Page {
+    std::string Text{};
+    std::string Indent{}; // of the open occurrences' lines
+    std::string Mark{};   // of an occurrence in which nothing stands yet
+};
+
+void AddBlock(Page &page, const std::string &block) {
+    const std::string first = page.Indent.substr(0, page.Indent.size() - page.Mark.size()) + page.Mark;
+    page.Text += first + block + "\n\n";
+    page.Mark.clear();
+}
+
+void AddField(Page &page, const ReportEvent &event) {
+    const std::string title = "**" + Escaped(event.Title, page.Indent) + ":**";
+    if (event.Values.size() == 1) {
+        AddBlock(page, title + " " + Escaped(event.Values[0], page.Indent));
+        return;
+    }
+    AddBlock(page, title);
+    std::string list;
+    for (const std::string &value : event.Values)
+        list += (list.empty() ? "- " : "\n" + page.Indent + "- ") + Escaped(value, page.Indent + "  ");
+    AddBlock(page, list);
 }
 
 // A heading stands on one line.
-std::string Heading(std::size_t depth, std::string title) {
+void AddHeading(Page &page, std::size_t depth, std::string title) {
     std::replace(title.begin(), title.end(), '\r', ' ');
     std::erase(title, '\n');
-    return std::string(std::min(depth, DeepestHeading), '#') + " " + Escaped(title, "");
+    AddBlock(page, std::string(std::min(depth, DeepestHeading), '#') + " " + Escaped(title, page.Indent));
+}
+
+struct Open {
+    Part Is;
+    std::size_t Indent;  // characters of it outside
+    int Occurrences = 0; // that have begun in it
+};
+
+void Begin(Page &page, std::vector<Open> &around, const ReportEvent &event) {
+    const std::size_t indent = page.Indent.size();
+    if (event.Is == Part::Group) {
+        AddBlock(page, "**" + Escaped(event.Title, page.Indent) + ":**");
+    } else if (event.Is == Part::Occurrence) {
+        page.Mark = std::to_string(++around.back().Occurrences) + ". ";
+        page.Indent += std::string(page.Mark.size(), ' ');
+    } else {
+        const auto sections =
+            std::count_if(around.begin(), around.end(), [](const Open &o) { return o.Is == Part::Section; });
+        AddHeading(page, static_cast<std::size_t>(sections) + 1, event.Title);
+    }
+    around.push_back({event.Is, indent});
 }
 
 } // namespace
 
 std::string ExportMarkdown(const ReportEvents &report) {
-    std::string text;
-    std::vector<Part> around;
-    std::size_t depth = 0; // headings around; a group has none of its own
-    int occurrence = 0;
+    Page page;
+    std::vector<Open> around;
     for (const ReportEvent &event : report.Events) {
-        switch (event.Is) {
-        case Part::Field: text += Field(event); break;
-        case Part::End:
-            if (around.back() != Part::Group) --depth;
+        if (event.Is == Part::Field) {
+            AddField(page, event);
+        } else if (event.Is == Part::End) {
+            if (!page.Mark.empty()) AddBlock(page, ""); // an occurrence without anything
+            page.Indent.resize(around.back().Indent);
             around.pop_back();
-            break;
-        default:
-            around.push_back(event.Is);
-            if (event.Is == Part::Group) {
-                occurrence = 0;
-                break;
-            }
-            text += Heading(++depth, event.Title);
-            if (event.Is == Part::Occurrence) text += " " + std::to_string(++occurrence);
-            text += "\n\n";
+        } else {
+            Begin(page, around, event);
         }
     }
-    if (text.ends_with("\n\n")) text.pop_back();
-    return text;
+    if (!page.Text.empty()) page.Text.pop_back();
+    return page.Text;
 }

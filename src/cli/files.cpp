@@ -61,6 +61,7 @@ Result::Result(std::string path, const std::vector<std::string> &inputs) : place
 void Result::OpenBeside() {
     place = LinkedPath(place);
     staged = place;
+    const SignalsHeld held;
     const int handle = MakeFileBeside(staged);
     RemoveAtEnd(staged);
     struct stat status {};

@@ -51,12 +51,22 @@ void StartRemover() {
 std::string MakeFolder() {
     const char *const parent = std::getenv("TMPDIR");
     std::string path = WithSeparator(parent != nullptr && *parent == '/' ? parent : "/tmp") + "quintave-cli";
+    if (ToRemover < 0) StartRemover(); // outside of what follows, because it takes its time
+    const SignalsHeld held;
     MakeDirectoryBeside(path);
     RemoveAtEnd(path);
     return path + "/";
 }
 
 } // namespace
+
+SignalsHeld::SignalsHeld() {
+    sigset_t all{};
+    sigfillset(&all);
+    sigprocmask(SIG_BLOCK, &all, &former);
+}
+
+SignalsHeld::~SignalsHeld() { sigprocmask(SIG_SETMASK, &former, nullptr); }
 
 const std::string &WorkFolder() {
     static const std::string folder = MakeFolder();

@@ -1,0 +1,253 @@
+"""How the program behaves among others: ends, signals, pipes, outputs, many files."""
+
+import errno
+import os
+import pty
+import re
+import resource
+import signal
+import subprocess
+import time
+import unittest
+
+import program
+
+TEMPLATE = program.template('1,-1,"","Citation","",""', '2,60,"TEXT","Title","Mandatory.",""',
+                            '2,20,"LIST","Kind","",""', '"Maps"', '"XXX-1XXX"')
+REPORT = program.report('1,-1,"Citation",""', '2,1,"Title","Wells"', '2,1,"Kind","Maps"')
+WRONG = program.report('1,-1,"Citation",""', '2,1,"Colour","Red"')
+COMMANDS = ("check-template", "check", "print", "merge", "export", "diff")
+
+
+def wait_for(condition, what):
+    end = time.monotonic() + 20
+    while not condition():
+        if time.monotonic() > end:
+            raise AssertionError(f"not within 20 s: {what}")
+        time.sleep(0.02)
+
+
+class Behaviour(program.CliTest):
+    def setUp(self):
+        super().setUp()
+        self.write("SITE.FTF", TEMPLATE)
+        self.write("a.rpx", REPORT)
+        self.write("b.rpx", WRONG)
+
+    def work_folders(self):
+        return list(self.tmp.iterdir())
+
+    def test_nothing_of_the_toolkit_is_linked(self):
+        needed = subprocess.run(["ldd", program.PATH], capture_output=True, text=True, check=True).stdout
+        self.assertIn("libstdc++", needed)
+        self.assertEqual(re.findall(r"(?i)libQt\S*|libX\S*|libxcb\S*", needed), [])
+
+    def test_help_of_each_command(self):
+        for command in COMMANDS:
+            status, out, err = self.run_cli(command, "--help")
+            self.assertEqual((status, err), (0, ""))
+            self.assertTrue(out.startswith(f"Usage: quintave-cli {command} [OPTION]... ".encode()))
+            self.assertIn(b"--version", out)
+            self.assertLessEqual(max(map(len, out.decode().splitlines())), 120)
+            self.assertEqual(self.run_cli(command, "--version")[0], 0)
+        self.assertIn(b"check-template", self.run_cli("--help")[1])
+
+    def test_wrong_usage(self):
+        for arguments in ([], ["none"], ["check"], ["check", "a.rpx"], ["print"], ["print", "a.rpx", "b.rpx"],
+                          ["print", "a.rpx", "--mode", "most"], ["print", "a.rpx", "--indent", "61"],
+                          ["print", "a.rpx", "--indent", "x"], ["print", "--nothing", "a.rpx"], ["diff", "a.rpx"],
+                          ["export", "a.rpx"], ["export", "a.rpx", "--format", "yaml"], ["print", "a.rpx", "--mode"],
+                          ["merge", "-t", "SITE.FTF", "-o", "o.rpx", "a.rpx"], ["merge", "--add", "-o", "o.rpx", "a.rpx"],
+                          ["merge", "-t", "SITE.FTF", "--add", "--overwrite", "-o", "o.rpx", "a.rpx"],
+                          ["merge", "-t", "SITE.FTF", "--add", "a.rpx"]):
+            with self.subTest(arguments):
+                status, out, err = self.run_cli(*arguments)
+                self.assertEqual((status, out), (2, b""))
+                self.assertRegex(err, r"\Aquintave-cli: .+\nTry 'quintave-cli.* --help' for more information\.\n\Z")
+        self.assertFalse((self.folder / "o.rpx").exists())
+
+    def test_options_in_the_ways_of_gnu(self):
+        plain = self.run_cli("print", "--mode", "data", "--below", "a.rpx")
+        self.assertEqual(plain[0], 0)
+        for arguments in (["a.rpx", "--mode=data", "--below"], ["-m", "data", "-b", "a.rpx"], ["-bmdata", "a.rpx"],
+                          ["--mode=none", "--mode=data", "--bel", "--", "a.rpx"]):
+            self.assertEqual(self.run_cli("print", *arguments), plain, arguments)
+
+    def test_the_worst_status_counts_and_every_file_is_done(self):
+        for files, status in ((["a.rpx"], 0), (["b.rpx", "a.rpx"], 1), (["none.rpx", "b.rpx"], 3),
+                              (["b.rpx", "none.rpx", "."], 3)):
+            found = self.run_cli("check", "-t", "SITE.FTF", *files)
+            self.assertEqual(found[0], status, files)
+            self.assertEqual(found[1].count(b"b.rpx:3: No matching field title"), files.count("b.rpx"))
+            self.assertEqual(found[2].count("Error: 53 - File not found"), files.count("none.rpx"))
+
+    def test_standard_input(self):
+        for arguments in (["print"], ["export", "-f", "json"], ["diff", "b.rpx"], ["check", "-t", "SITE.FTF"]):
+            self.assertEqual(self.run_cli(*arguments, "-", data=REPORT)[1].replace(b"STANDARD INPUT", b"A.RPX"),
+                             self.run_cli(*arguments, "a.rpx")[1])
+        self.assertEqual(self.run_cli("check-template", "-", data=TEMPLATE), (0, b"", ""))
+        self.assertEqual(self.run_cli("check-template", "-", data=REPORT)[0], 1)
+        self.assertEqual(self.run_cli("check", "-t", "-", "a.rpx", data=TEMPLATE), (0, b"", ""))
+
+    def test_a_template_through_a_pipe(self):
+        done = subprocess.run(["bash", "-c", f"'{program.PATH}' check -t <(cat SITE.FTF) a.rpx b.rpx"], cwd=self.folder,
+                              env=self.env, capture_output=True, timeout=60)
+        self.assertEqual((done.returncode, done.stderr), (1, b""))
+        self.assertTrue(done.stdout.startswith(b"b.rpx:3: No matching field title"))
+
+    def test_an_input_is_never_written_over(self):
+        os.symlink("a.rpx", self.folder / "link.rpx")
+        os.link(self.folder / "a.rpx", self.folder / "hard.rpx")
+        for output in ("a.rpx", "./a.rpx", "link.rpx", "hard.rpx"):
+            for arguments in (["print", "a.rpx"], ["export", "-f", "csv", "a.rpx"],
+                              ["merge", "-t", "SITE.FTF", "--add", "b.rpx", "a.rpx"]):
+                status, out, err = self.run_cli(*arguments, "-o", output)
+                self.assertEqual((status, out), (3, b""))
+                self.assertIn(f"quintave-cli: {output}: Error: 55 - File already open\n", err)
+                self.assertEqual((self.folder / "a.rpx").read_bytes(), REPORT)
+        self.assertEqual(self.run_cli("merge", "-t", "SITE.FTF", "--add", "a.rpx", "-o", "SITE.FTF")[0], 3)
+        self.assertEqual((self.folder / "SITE.FTF").read_bytes(), TEMPLATE)
+
+    def test_an_output_takes_its_place_when_it_is_whole(self):
+        self.write("out.txt", b"old")
+        (self.folder / "out.txt").chmod(0o640)
+        self.write("cut.rpx", REPORT + b'2,1,"Title","no end\r\n')
+        names = sorted(os.listdir(self.folder))
+        for arguments in (["print"], ["export", "-f", "json"]):
+            self.assertEqual(self.run_cli(*arguments, "cut.rpx", "-o", "out.txt")[0], 3)
+            self.assertEqual((self.folder / "out.txt").read_bytes(), b"old")
+            self.assertEqual(sorted(os.listdir(self.folder)), names)
+        os.symlink("out.txt", self.folder / "link.txt")
+        self.assertEqual(self.run_cli("export", "-f", "csv", "a.rpx", "-o", "link.txt"), (0, b"", ""))
+        self.assertTrue((self.folder / "link.txt").is_symlink())
+        self.assertTrue((self.folder / "out.txt").read_bytes().startswith(b"section,group"))
+        self.assertEqual((self.folder / "out.txt").stat().st_mode & 0o777, 0o640)
+
+    def test_a_new_output_is_as_open_as_the_user_has_it(self):
+        for mask, mode in ((0o022, 0o644), (0o077, 0o600)):
+            former = os.umask(mask)
+            self.addCleanup(os.umask, former)
+            self.run_cli("print", "a.rpx", "-o", f"{mode:o}.txt")
+            os.umask(former)
+            self.assertEqual((self.folder / f"{mode:o}.txt").stat().st_mode & 0o777, mode)
+
+    def test_a_device_keeps_its_place(self):
+        plain = self.run_cli("export", "-f", "csv", "a.rpx")
+        self.assertEqual(self.run_cli("export", "-f", "csv", "a.rpx", "-o", "/dev/stdout"), plain)
+        self.assertEqual(self.run_cli("export", "-f", "csv", "a.rpx", "-o", "/dev/null"), (0, b"", ""))
+        self.assertFalse(os.path.isfile("/dev/null"))
+
+    def test_an_output_that_cannot_be_made(self):
+        for output, error in (("none/out.txt", "76 - Path not found"), (".", "75 - Path/File access error"),
+                              ("a.rpx/out.txt", "76 - Path not found")):
+            self.assertEqual(self.run_cli("print", "a.rpx", "-o", output),
+                             (3, b"", f"quintave-cli: {output}: Error: {error}\n"))
+
+    def test_a_full_disk(self):
+        for arguments in (["print", "a.rpx"], ["export", "-f", "xml", "a.rpx"], ["diff", "a.rpx", "b.rpx"],
+                          ["check", "-t", "SITE.FTF", "b.rpx"], ["--help"]):
+            with open("/dev/full", "wb") as full:
+                run = self.start(*arguments, stdout=full)
+                self.assertIn(b"quintave-cli: ", run.communicate(timeout=60)[1])
+                self.assertEqual(run.returncode, 3, arguments)
+
+    def test_a_file_that_may_not_grow(self):
+        """The limit stands for a disk that fills up while the output is written."""
+        self.write("long.rpx", program.report(*(f'2,1,"Title","{"x" * 70}"' for _ in range(3000))))
+        self.write("out.csv", b"old")
+
+        def small_files():
+            signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+            resource.setrlimit(resource.RLIMIT_FSIZE, (100_000, 100_000))
+
+        run = self.start("export", "-f", "csv", "long.rpx", "-o", "out.csv", preexec_fn=small_files)
+        self.assertEqual(run.communicate(timeout=60), (b"", b"quintave-cli: out.csv: Error: 61 - Disk full\n"))
+        self.assertEqual(run.returncode, 3)
+        self.assertEqual((self.folder / "out.csv").read_bytes(), b"old")
+        wait_for(lambda: not list(self.folder.glob("out.csv.*")), "the end of the half-written output")
+
+    def test_a_pipe_that_closes_early_ends_it_quietly(self):
+        self.write("long.rpx", program.report(*(f'2,1,"Title","{"x" * 70}"' for _ in range(9000))))
+        for arguments in (["print", "long.rpx"], ["export", "-f", "json", "long.rpx"],
+                          ["check", "-t", "SITE.FTF", *["b.rpx"] * 3000]):
+            run = self.start(*arguments)
+            run.stdout.read(10)
+            run.stdout.close()
+            self.assertEqual(run.stderr.read(), b"")
+            self.assertEqual(run.wait(timeout=60), -signal.SIGPIPE)
+            wait_for(lambda: not self.work_folders(), "the end of the work files")
+
+    def test_no_signal_leaves_work_files(self):
+        for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP, signal.SIGKILL):
+            run = self.start("check", "-t", "SITE.FTF", "a.rpx", "-", stdin=subprocess.PIPE)
+            wait_for(self.work_folders, "the work files")
+            self.assertEqual(self.work_folders()[0].stat().st_mode & 0o7777, 0o700)
+            run.send_signal(number)
+            self.assertEqual(run.wait(timeout=60), -number)
+            wait_for(lambda: not self.work_folders(), f"the end of the work files after signal {number}")
+            run.communicate()
+
+    def test_no_signal_leaves_half_an_output(self):
+        os.mkfifo(self.folder / "pipe.rpx")
+        before = sorted(os.listdir(self.folder))
+        run = self.start("merge", "-t", "SITE.FTF", "--add", "-o", "out.rpx", "a.rpx", "pipe.rpx")
+        wait_for(self.work_folders, "the work files")
+        run.terminate()
+        run.communicate(timeout=60)
+        wait_for(lambda: not self.work_folders(), "the end of the work files")
+        self.assertEqual(sorted(os.listdir(self.folder)), before)
+
+    def test_work_files_that_cannot_be_made(self):
+        self.env["TMPDIR"] = str(self.tmp / "none")
+        self.assertEqual(self.run_cli("check", "-t", "SITE.FTF", "a.rpx"),
+                         (3, b"", "quintave-cli: SITE.FTF: Error: 76 - Path not found\n"))
+
+    def test_closed_standard_files(self):
+        script = f"'{program.PATH}' export -f csv a.rpx -o out.csv >&- 2>&-"
+        self.assertEqual(subprocess.run(["sh", "-c", script], cwd=self.folder, env=self.env, timeout=60).returncode, 0)
+        self.assertEqual((self.folder / "out.csv").read_bytes(), self.run_cli("export", "-f", "csv", "a.rpx")[1])
+        script = f"'{program.PATH}' print a.rpx >&-"
+        self.assertEqual(subprocess.run(["sh", "-c", script], cwd=self.folder, env=self.env, timeout=60,
+                                        stderr=subprocess.DEVNULL).returncode, 3)
+
+    def test_progress_on_a_terminal_alone(self):
+        files = ["a.rpx"] * 4000
+        self.assertEqual(self.run_cli("check", "-t", "SITE.FTF", *files), (0, b"", ""))
+        own, terminal = pty.openpty()
+        run = self.start("check", "-t", "SITE.FTF", *files, stderr=terminal)
+        os.close(terminal)
+        shown = b""
+        try:
+            while part := os.read(own, 4096):
+                shown += part
+        except OSError as error:  # the other side has been closed
+            self.assertEqual(error.errno, errno.EIO)
+        os.close(own)
+        self.assertEqual((run.communicate(timeout=60)[0], run.returncode), (b"", 0))
+        self.assertRegex(shown, rb"\A(\r\d+ of 4000)+\r\x1b\[K\Z")
+
+    def test_a_thousand_reports_in_one_run(self):
+        names = []
+        for number in range(1000):
+            names.append(f"{number}.rpx")
+            self.write(names[-1], WRONG if number % 100 == 0 else REPORT)
+        status, out, err = self.run_cli("check", "-t", "SITE.FTF", *names)
+        self.assertEqual((status, err), (1, ""))
+        found = [line.partition(":")[0] for line in out.decode().splitlines()]
+        self.assertEqual(found, [f"{number}.rpx" for number in range(0, 1000, 100)])
+
+    def test_one_report_leaves_nothing_to_the_next(self):
+        """A field that is empty in the second report is told, though the first one filled it, in either order."""
+        self.write("empty.rpx", program.report())
+        wanted = b"empty.rpx: The field Citation / Title is empty! Its help line reads: Mandatory.\n"
+        for files in (["a.rpx", "empty.rpx"], ["empty.rpx", "a.rpx"], ["a.rpx", "empty.rpx", "a.rpx"]):
+            self.assertEqual(self.run_cli("check", "-t", "SITE.FTF", "--require", "mandatory", *files), (1, wanted, ""))
+
+    @unittest.skipUnless(os.geteuid() == 0, "only the superuser can become somebody else")
+    def test_a_file_that_may_not_be_read(self):
+        (self.folder / "b.rpx").chmod(0)
+        for folder in (self.folder.parent, self.folder, self.tmp):
+            folder.chmod(0o777)
+        run = self.start("check", "-t", "SITE.FTF", "b.rpx", "a.rpx", user=65534, group=65534)
+        self.assertEqual(run.communicate(timeout=60), (b"", b"quintave-cli: b.rpx: Error: 70 - Permission denied\n"))
+        self.assertEqual(run.returncode, 3)
