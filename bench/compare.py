@@ -13,6 +13,8 @@ import tempfile
 import time
 from pathlib import Path
 
+import archive
+
 ROOT = Path(__file__).resolve().parents[1]
 sys.path.insert(0, str(ROOT / "tests/desktop"))
 from print_server import PrintServer  # noqa: E402  (its folder has to be known first)
@@ -97,6 +99,8 @@ def main(build):
              f"{core['PrintText'] / fold_seconds:.2f} of its time"),
             (f"print {PAGES} pages", f"{own_pages:.0f} pages/s", f"{other_pages:.0f} pages/s enscript | ps2pdf",
              f"{own_pages / other_pages:.2f} times as fast")]
+    with tempfile.TemporaryDirectory(prefix="quintave-bench-") as name:
+        rows += archive.rows(build, Path(name), processor_seconds)
     shown = {"ReadRecords", "PrintText", "FoldTheSameFile"}
     rows += [(name, f"{seconds:.4f} s", "", "") for name, seconds in core.items() if name not in shown]
     for row in rows:

@@ -93,7 +93,8 @@ void TellEmptyMembers(Integer head, const std::vector<std::string> &words) {
 }
 
 void TellEmptyFields(const std::vector<std::string> &words) {
-    for (Integer e = 1; e <= NumFields && e > 0; ++e) {
+    for (int number = 1; number <= NumFields; ++number) {
+        const Integer e = ToInteger(number);
         if (IsGroupStart(e))
             TellEmptyMembers(e, words);
         else if (HasValue(e) && FieldRow[e] > 0 && IsRequired(e, words) &&
@@ -104,14 +105,11 @@ void TellEmptyFields(const std::vector<std::string> &words) {
 
 void CheckReport(const std::string &path, const std::vector<std::string> &words) {
     Present = path;
-    try {
+    const Integer fault = FaultOf([&] {
         EmptyEntries();
         if (LoadReport(ItemsOf(ReadInput(path))) == LoadResult::Whole && !words.empty()) TellEmptyFields(words);
-    } catch (const RuntimeError &error) {
-        Raise(TellFileError(path, error.Number));
-    } catch (const std::bad_alloc &) {
-        Raise(TellFileError(path, OutOfMemory));
-    }
+    });
+    if (fault != 0) Raise(TellFileError(path, fault));
 }
 
 } // namespace

@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <map>
-#include <new>
 #include <vector>
 
 namespace {
@@ -100,19 +99,17 @@ void CheckLoaded(const std::string &path, const std::string &bytes, TemplateWalk
 }
 
 int CheckOne(const std::string &path) {
-    try {
+    TemplateWalk walk;
+    const Integer error = FaultOf([&] {
         const ItemInput input = ItemsOf(ReadInput(path));
-        TemplateWalk walk = WalkTemplate(input);
+        walk = WalkTemplate(input);
         if (!walk.Refused) CheckLoaded(path, input.Bytes, walk);
-        std::stable_sort(walk.Faults.begin(), walk.Faults.end(),
-                         [](const TemplateFault &a, const TemplateFault &b) { return a.Line < b.Line; });
-        for (const TemplateFault &fault : walk.Faults) TellFinding(path, fault.Line, fault.Text);
-        return walk.Faults.empty() ? NothingFound : SomethingFound;
-    } catch (const RuntimeError &error) {
-        return TellFileError(path, error.Number);
-    } catch (const std::bad_alloc &) {
-        return TellFileError(path, OutOfMemory);
-    }
+    });
+    std::stable_sort(walk.Faults.begin(), walk.Faults.end(),
+                     [](const TemplateFault &a, const TemplateFault &b) { return a.Line < b.Line; });
+    for (const TemplateFault &fault : walk.Faults) TellFinding(path, fault.Line, fault.Text);
+    if (error != 0) return TellFileError(path, error);
+    return walk.Faults.empty() ? NothingFound : SomethingFound;
 }
 
 } // namespace

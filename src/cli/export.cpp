@@ -41,12 +41,11 @@ int ExportReport(const Arguments &arguments) {
     ReportEvents report;
     if (!ReadReportEvents(arguments.Files[0], report)) return FileFault;
     const std::string output = arguments.Last("output");
-    try {
+    const Integer fault = FaultOf([&] {
         Result result(output, arguments.Files);
         result.File().Write(format->Write(report));
         result.Close();
-        return NothingFound;
-    } catch (const RuntimeError &error) {
-        return TellFileError(output.empty() ? "standard output" : output, error.Number);
-    }
+    });
+    if (fault == 0) return NothingFound;
+    return TellFileError(output.empty() || output == "-" ? "standard output" : output, fault);
 }

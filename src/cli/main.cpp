@@ -9,7 +9,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
-#include <new>
 #include <unistd.h>
 
 namespace {
@@ -29,13 +28,11 @@ bool Asks(int count, char **texts, const char *option) {
 
 int RunCommand(const Command &command, int count, char **texts) {
     try {
-        return command.Run(ReadArguments(command, count, texts));
+        int status = NothingFound;
+        const Integer fault = FaultOf([&] { status = command.Run(ReadArguments(command, count, texts)); });
+        return fault == 0 ? status : TellFileError(command.Name, fault);
     } catch (const UsageError &error) {
         return TellUsage(error.Text, " " + std::string(command.Name));
-    } catch (const RuntimeError &error) {
-        return TellFileError(command.Name, error.Number);
-    } catch (const std::bad_alloc &) {
-        return TellFileError(command.Name, OutOfMemory);
     }
 }
 

@@ -33,30 +33,26 @@ Answer AnswerMerge(const ShownMessage &message) {
 bool LoadOne(const std::string &path) {
     Present = path;
     SplitPath(path, ReportFileDir, ReportFileName);
-    try {
-        const bool loaded = LoadReport(ItemsOf(ReadInput(path))) != LoadResult::Refused;
-        if (!loaded) Status = FileFault;
-        return loaded;
-    } catch (const RuntimeError &error) {
-        Status = TellFileError(path, error.Number);
-        return false;
-    }
+    LoadResult result = LoadResult::Refused;
+    const Integer fault = FaultOf([&] { result = LoadReport(ItemsOf(ReadInput(path))); });
+    if (fault != 0) TellFileError(path, fault);
+    if (result == LoadResult::Refused) Status = FileFault;
+    return result != LoadResult::Refused;
 }
 
 void Save(const Arguments &arguments) {
     Present = arguments.Last("output");
     std::vector<std::string> inputs = arguments.Files;
     inputs.push_back(arguments.Last("template"));
-    try {
+    const Integer fault = FaultOf([&] {
         Result result(Present, inputs);
         const std::string path = result.Staged().empty() ? WorkFolder() + "merged.rpx" : result.Staged();
         SplitPath(path, ReportFileDir, ReportFileName);
         if (!WriteReportFile()) return; // the message has been told
         if (result.Staged().empty()) result.File().Write(ReadFile(path));
         result.Close();
-    } catch (const RuntimeError &error) {
-        Status = TellFileError(Present, error.Number);
-    }
+    });
+    if (fault != 0) Status = TellFileError(Present, fault);
 }
 
 } // namespace

@@ -67,26 +67,22 @@ int PrintReport(const Arguments &arguments) {
     const std::string &report = arguments.Files[0];
     const std::string output = arguments.Last("output");
     SetPanel(arguments);
-    std::string present = report;
-    try {
+    std::string present = report; // what a fault is about
+    bool isReport = false;
+    const Integer fault = FaultOf([&] {
         ItemInput input = ItemsOf(ReadInput(report));
         SetNames(arguments, input);
         present = output;
         Result result(output, arguments.Files);
         present = report;
-        const bool isReport = ReadReportHeader(input);
+        isReport = ReadReportHeader(input);
         input.At = 0;
-        try {
-            WriteTextPrint(input, result.File());
-        } catch (const RuntimeError &error) {
-            if (result.Staged().empty()) result.Close(); // what could be read is printed
-            throw;
-        }
-        result.Close();
-        if (isReport) return NothingFound;
-        TellMessage(report, 1, HeaderFailure);
-        return FileFault;
-    } catch (const RuntimeError &error) {
-        return TellFileError(present.empty() ? "-" : present, error.Number);
-    }
+        const Integer damage = FaultOf([&] { WriteTextPrint(input, result.File()); });
+        if (damage == 0 || result.Staged().empty()) result.Close(); // what could be read goes to standard output
+        if (damage != 0) throw RuntimeError{damage};
+    });
+    if (fault != 0) return TellFileError(present.empty() || present == "-" ? "standard output" : present, fault);
+    if (isReport) return NothingFound;
+    TellMessage(report, 1, HeaderFailure);
+    return FileFault;
 }

@@ -94,19 +94,17 @@ void ReadRecords(ItemInput &input, std::size_t &recordAt, Reading &reading) {
 bool ReadReportEvents(const std::string &path, ReportEvents &report) {
     ItemInput input;
     std::size_t recordAt = 0;
-    try {
+    bool isReport = false;
+    const Integer fault = FaultOf([&] {
         input = ItemsOf(ReadInput(path));
-        if (!ReadReportHeader(input, &report.Template)) {
-            TellMessage(path, 1, "This File is not properly identified as a version 2 Quintave file!");
-            return false;
-        }
+        isReport = ReadReportHeader(input, &report.Template);
         Reading reading{report.Events};
-        ReadRecords(input, recordAt, reading);
-        return true;
-    } catch (const RuntimeError &error) {
-        LinePlace counted;
-        const long line = recordAt == 0 ? 0 : LineAt(counted, input.Bytes, recordAt);
-        TellMessage(path, line, "Error: " + ErrorText(error.Number));
-        return false;
-    }
+        if (isReport) ReadRecords(input, recordAt, reading);
+    });
+    LinePlace counted;
+    if (fault != 0)
+        TellMessage(path, recordAt == 0 ? 0 : LineAt(counted, input.Bytes, recordAt), "Error: " + ErrorText(fault));
+    else if (!isReport)
+        TellMessage(path, 1, "This File is not properly identified as a version 2 Quintave file!");
+    return isReport && fault == 0;
 }

@@ -39,12 +39,10 @@ bool LoadTemplateOf(const Arguments &arguments) {
         TellMessage(path, 0, message.Text);
         return DefaultAnswer(message.Style);
     };
-    try {
-        return LoadTemplate(path, ReadInput(path));
-    } catch (const RuntimeError &error) {
-        TellFileError(path, error.Number);
-        return false;
-    }
+    bool loaded = false;
+    const Integer fault = FaultOf([&] { loaded = LoadTemplate(path, ReadInput(path)); });
+    if (fault != 0) TellFileError(path, fault);
+    return loaded;
 }
 
 void EmptyEntries() {

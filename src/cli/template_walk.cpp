@@ -7,7 +7,6 @@
 #include "report/choice_matching.h"
 #include "screen/row_text.h"
 
-#include <climits>
 #include <cstdlib>
 
 namespace {

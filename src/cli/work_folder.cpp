@@ -48,14 +48,30 @@ void StartRemover() {
     if (Remover < 0) throw RuntimeError{OutOfMemory};
 }
 
+// Where the directory may be made, the best place first: where the user wants such things, else in memory, because
+// files that are made and replaced for every report cost most of the time on a disk.
+std::vector<std::string> Parents() {
+    const auto named = [](const char *name) {
+        const char *const path = std::getenv(name);
+        return std::string(path != nullptr && *path == '/' ? path : "");
+    };
+    if (const std::string wanted = named("TMPDIR"); !wanted.empty()) return {wanted};
+    return {named("XDG_RUNTIME_DIR"), "/dev/shm", "/tmp"};
+}
+
 std::string MakeFolder() {
-    const char *const parent = std::getenv("TMPDIR");
-    std::string path = WithSeparator(parent != nullptr && *parent == '/' ? parent : "/tmp") + "quintave-cli";
     if (ToRemover < 0) StartRemover(); // outside of what follows, because it takes its time
-    const SignalsHeld held;
-    MakeDirectoryBeside(path);
-    RemoveAtEnd(path);
-    return path + "/";
+    Integer fault = 0;
+    for (const std::string &parent : Parents()) {
+        if (parent.empty()) continue;
+        std::string path = WithSeparator(parent) + "quintave-cli";
+        const SignalsHeld held;
+        fault = FaultOf([&] { MakeDirectoryBeside(path); });
+        if (fault != 0) continue;
+        RemoveAtEnd(path);
+        return path + "/";
+    }
+    throw RuntimeError{fault};
 }
 
 } // namespace

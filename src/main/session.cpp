@@ -37,13 +37,21 @@ void EmptyRows() {
     }
 }
 
+// The store holds one blank occurrence and nothing else. Looking costs much less than writing one over it.
+bool IsBlankStore(Integer head) {
+    std::string cells;
+    GroupCounts counts;
+    if (FaultOf([&] { counts = ReadStore(head, cells); }) != 0 || counts.Occurrences != 1) return false;
+    return FileSize(ResourceDir + GroupFileName(head)) == GroupHeader + counts.Items && RTrim(cells).empty();
+}
+
 // Every group back to one blank occurrence, every list to no choice.
 void EmptyElements() {
     Integer fault = 0;
     for (int number = 1; number <= NumFields; ++number) {
         const Integer e = ToInteger(number);
         FieldInfo[e][Choice] = IsList(e) ? Integer{-1} : Integer{0};
-        if (!IsGroupStart(e)) continue;
+        if (!IsGroupStart(e) || IsBlankStore(e)) continue;
         try {
             ReplaceStore(e, std::string(static_cast<std::size_t>(GroupLength(e)), ' '));
         } catch (const RuntimeError &error) {

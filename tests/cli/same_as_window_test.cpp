@@ -36,10 +36,10 @@ const TemplateLines Site{"1,-1,\"\",\"Citation\",\"\",\"\"",
                          Element(3, 60, "MEMO", "Notes"),
                          Element(2, 0, "GROUP END", "")};
 
-class SameAsWindow : public PrintTest {
-protected:
-    SameAsWindow() { setenv("TMPDIR", folder.Path().c_str(), 1); }
+class MergedAsInTheWindow : public ScreenTest {};
 
+class PrintedAsInTheWindow : public PrintTest {
+protected:
     // Prints a report of these bytes in both ways, with these options.
     void Compare(const std::string &bytes, const PanelOptions &options) {
         const std::string window = TextOfFile(bytes, options);
@@ -81,8 +81,7 @@ std::string EverySort() {
 
 } // namespace
 
-TEST_F(SameAsWindow, PrintsOfEveryModeLayoutSeparatorAndIndent) {
-    Start(Site);
+TEST_F(PrintedAsInTheWindow, PrintsOfEveryModeLayoutSeparatorAndIndent) {
     std::filesystem::create_directory(folder.Path() + "cli");
     for (int mode = 0; mode < 4; ++mode)
         for (const bool below : {false, true})
@@ -92,15 +91,14 @@ TEST_F(SameAsWindow, PrintsOfEveryModeLayoutSeparatorAndIndent) {
                             {.Mode = mode, .Indent = mode < 2 ? indent : "", .Below = below, .Separator = separator});
 }
 
-TEST_F(SameAsWindow, APrintOfWhatIsNoReport) {
-    Start(Site);
+TEST_F(PrintedAsInTheWindow, APrintOfWhatIsNoReport) {
     std::filesystem::create_directory(folder.Path() + "cli");
     folder.Write("A.rpx", "name,age\r\nAnn,7\r\n");
     EXPECT_EQ(RunCli("print A.rpx -o cli/out.txt --template SITE.FTF 2>messages"), 3);
     EXPECT_EQ(folder.Read("cli/out.txt"), TextOfFile("name,age\r\nAnn,7\r\n"));
 }
 
-TEST_F(SameAsWindow, Merges) {
+TEST_F(MergedAsInTheWindow, TheCasesOfTheDesktop) {
     const std::vector<std::string> first{R"(1,-1,"Citation","")",
                                          R"(2,1,"Title","First")",
                                          R"(2,1,"Author","Ann")",

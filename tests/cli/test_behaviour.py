@@ -57,7 +57,8 @@ class Behaviour(program.CliTest):
                           ["print", "a.rpx", "--mode", "most"], ["print", "a.rpx", "--indent", "61"],
                           ["print", "a.rpx", "--indent", "x"], ["print", "--nothing", "a.rpx"], ["diff", "a.rpx"],
                           ["export", "a.rpx"], ["export", "a.rpx", "--format", "yaml"], ["print", "a.rpx", "--mode"],
-                          ["merge", "-t", "SITE.FTF", "-o", "o.rpx", "a.rpx"], ["merge", "--add", "-o", "o.rpx", "a.rpx"],
+                          ["merge", "-t", "SITE.FTF", "-o", "o.rpx", "a.rpx"],
+                          ["merge", "--add", "-o", "o.rpx", "a.rpx"],
                           ["merge", "-t", "SITE.FTF", "--add", "--overwrite", "-o", "o.rpx", "a.rpx"],
                           ["merge", "-t", "SITE.FTF", "--add", "a.rpx"]):
             with self.subTest(arguments):

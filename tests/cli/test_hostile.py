@@ -5,15 +5,15 @@ import random
 import program
 
 TEMPLATE = program.template(
-    '1,-1,"","Citation","",""', '2,60,"TEXT","Title","Mandatory.",""', '2,20,"LIST","Kind","",""', '"Maps"', '"Numbers"',
-    '"XXX-1XXX"', '2,2,"GROUP START","Places","",""', '3,20,"TEXT","Name","",""', '3,60,"MEMO","Notes","",""',
+    '1,-1,"","Citation","",""', '2,60,"TEXT","Title","Mandatory.",""', '2,20,"LIST","Kind","",""', '"Maps"',
+    '"Numbers"', '"XXX-1XXX"', '2,2,"GROUP START","Places","",""', '3,20,"TEXT","Name","",""', '3,60,"MEMO","Notes","",""',
     '2,0,"GROUP END","","",""', '1,-1,"","End","",""', '2,300,"MEMO","Remarks","",""')
 REPORT = program.report(
     '1,-1,"Citation",""', '2,1,"Title","Wells"', '2,1,"Kind","Maps"', '2,-9,"Places","REPEATING GROUP, Occurrence #1"',
     '3,1,"Name","Ely"', '3,2,"Notes","on the"', '"coast"', '2,-99,"END REPEATING GROUP",""', '1,-1,"End",""',
     '2,3,"Remarks","a"', '"b"', '"c"')
-PIECES = (b'"', b",", b"\r\n", b"\r", b"\n", b"\x00", b"\x1a", b"32767", b"32768", b"-32768", b"-9", b"-99", b"-1", b"0",
-          b"99999999999", b"1E4", b"|", b"LIST", b"GROUP START", b"GROUP END", b"XXX-1XXX", b"\xff\x81", b" " * 300)
+PIECES = (b'"', b",", b"\r\n", b"\r", b"\n", b"\x00", b"\x1a", b"32767", b"32768", b"-32768", b"-9", b"-99", b"-1",
+          b"0", b"99999999999", b"1E4", b"|", b"LIST", b"GROUP START", b"GROUP END", b"XXX-1XXX", b"\xff\x81", b" " * 300)
 
 
 def damaged(data, chance):
