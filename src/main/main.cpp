@@ -8,6 +8,7 @@
 #include "platform/program.h"
 
 #include <cstdio>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -35,7 +36,7 @@ bool TakeArgument(int &at, int count, char **texts, StartArguments &arguments) {
     } else if (text.starts_with("--resources=")) {
         arguments.Resources = text.substr(ResourcesOption.size() + 1);
     } else if (text == "--user-resources") {
-        arguments.Installed = ProgramDirectory() + QUINTAVE_RESOURCES;
+        arguments.Installed = std::filesystem::path(ProgramDirectory() + QUINTAVE_RESOURCES).lexically_normal();
     } else if (!text.starts_with("-") && arguments.Report.empty()) {
         arguments.Report = text;
     } else {
@@ -50,7 +51,7 @@ int main(int argc, char **argv) {
     for (int i = 1; i < argc; ++i) {
         const std::string_view text = argv[i];
         if (text == "--help") return std::fputs(Usage, stdout) < 0;
-        if (text == "--version") return std::puts("quintave " QUINTAVE_VERSION) < 0;
+        if (text == "--version") return std::printf("quintave %s\n", QUINTAVE_VERSION) < 0;
     }
     StartProgram(argc, argv); // takes the window system's own options out
     StartArguments arguments;

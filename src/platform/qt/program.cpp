@@ -98,6 +98,7 @@ void StartProgram(int &argc, char **argv) {
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
     auto *application = new QApplication(argc, argv); // lives as long as the process
     application->setApplicationName("quintave");
+    application->setDesktopFileName("io.github.quintave.quintave"); // the desktop's entry, packaging/, is named so
     application->setQuitOnLastWindowClosed(false);
     application->setWindowIcon(ProgramIcon());
 }
