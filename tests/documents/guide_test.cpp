@@ -1,4 +1,4 @@
-// What docs/guide.md and README.md say of keys, and the template that the guide writes.
+// What docs/guide.md, README.md and the manual page say of keys, and the template that the guide writes.
 #include "documents/page.h"
 
 #include "screen/command_keys.h"
@@ -36,6 +36,16 @@ std::set<char> LettersOfReadme() {
     return letters;
 }
 
+// The letters that the manual page names.
+std::set<char> LettersOfManual() {
+    static const std::regex key(R"(Ctrl\+([A-Z])\b)");
+    const std::string page = Page("/packaging/man/quintave.1");
+    std::set<char> letters;
+    for (std::sregex_iterator it(page.begin(), page.end(), key), end; it != end; ++it)
+        letters.insert((*it)[1].str()[0]);
+    return letters;
+}
+
 class GuideKeys : public ReportTest {
 protected:
     void SetUp() override {
@@ -66,6 +76,7 @@ TEST_F(GuideKeys, OfTheTableAreThoseThatTheProgramTakes) {
     inGroup.insert(everywhere.begin(), everywhere.end());
     EXPECT_EQ(LettersTaken(true), inGroup);
     EXPECT_EQ(LettersOfReadme(), inGroup);
+    EXPECT_EQ(LettersOfManual(), inGroup);
 }
 
 TEST_F(GuideKeys, TheTemplateOfTheGuideIsLoadedAndFilledIn) {
