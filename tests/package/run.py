@@ -12,6 +12,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+from email.utils import parsedate_to_datetime
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
@@ -144,14 +145,16 @@ class Contents(PackageTest):
 
 
 class Version(PackageTest):
+    def setUp(self):
+        self.metainfo = (ROOT / f"packaging/{APPLICATION}.metainfo.xml").read_text()
+        self.changelog = (ROOT / "packaging/changelog").read_text()
+
     def test_is_the_same_everywhere(self):
         version = re.search(r"^project\(quintave VERSION ([\d.]+)", (ROOT / "CMakeLists.txt").read_text(), re.M)[1]
         usr = self.unpacked() / "usr"
-        page = (ROOT / f"packaging/{APPLICATION}.metainfo.xml").read_text()
         found = {"changes": re.search(r"^## ([\d.]+)", (ROOT / "CHANGELOG.md").read_text(), re.M)[1],
-                 "software centres": re.search(r'<release version="([^"]+)"', page)[1],
-                 "Debian's changes": re.match(r"quintave \(([\d.]+)\) ",
-                                              (ROOT / "packaging/changelog").read_text())[1],
+                 "software centres": re.search(r'<release version="([^"]+)"', self.metainfo)[1],
+                 "Debian's changes": re.match(r"quintave \(([\d.]+)\) ", self.changelog)[1],
                  "package": run("dpkg-deb", "-f", package(), "Version")[0].strip(),
                  "package's name": package().name.split("_")[1]}
         for name in PROGRAMS:
@@ -160,6 +163,14 @@ class Version(PackageTest):
         for manual in PAGES:
             found[manual.name] = re.search(r'^\.TH .*"Quintave ([\d.]+)"', manual.read_text(), re.M)[1]
         self.assertEqual(found, dict.fromkeys(found, version))
+
+    def test_has_one_date(self):
+        released = re.search(r'<release version="[^"]+" date="([^"]+)"', self.metainfo)[1]
+        told = parsedate_to_datetime(re.search(r"^ -- .*>  (.*)$", self.changelog, re.M)[1])
+        found = {"Debian's changes": told.date().isoformat()}
+        for manual in PAGES:
+            found[manual.name] = re.search(r"^\.TH \S+ \S+ (\S+)", manual.read_text(), re.M)[1]
+        self.assertEqual(found, dict.fromkeys(found, released))
 
 
 class Completion(PackageTest):
