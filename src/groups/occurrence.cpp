@@ -13,12 +13,14 @@ std::size_t CellCount(Integer row) { return static_cast<std::size_t>(FieldInfo[R
 
 std::string MemberText(Integer row) { return GroupItems.substr(FirstCell(row), CellCount(row)); }
 
-void StoreMemberText(Integer row, std::string_view text) {
+std::string ItemsWith(Integer row, std::string_view text) {
     const std::size_t cells = CellCount(row);
     std::string items(text.substr(0, cells));
     if (text.size() > cells && items.ends_with('\r')) items.pop_back(); // half a line break
     items.resize(cells, ' ');
-    GroupItems.replace(FirstCell(row), cells, items);
+    return std::string(GroupItems).replace(FirstCell(row), cells, items);
 }
+
+void StoreMemberText(Integer row, std::string_view text) { GroupItems = ItemsWith(row, text); }
 
 void ClearOccurrence() { GroupItems.assign(static_cast<std::size_t>(GroupItemCount) + 1, ' '); }

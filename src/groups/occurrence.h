@@ -12,5 +12,8 @@ std::string MemberText(Integer row);
 // Puts a text into the member's cells, cut to their number, the rest blanks.
 void StoreMemberText(Integer row, std::string_view text);
 
+// GroupItems() as that would leave it.
+std::string ItemsWith(Integer row, std::string_view text);
+
 // Every item of the occurrence a blank.
 void ClearOccurrence();

@@ -38,6 +38,16 @@ Bounds BoundsOf(std::string_view framed, std::int32_t number) {
 
 std::string Framed(std::string_view value) { return "|" + std::string(value) + "|"; }
 
+// The value with a piece in the place of an instance and the "|" behind it.
+std::string Replaced(std::string_view value, std::int32_t number, const std::string &piece) {
+    std::string framed = Framed(value);
+    const auto [before, behind] = BoundsOf(framed, number);
+    framed = framed.substr(0, before + 1) + piece + framed.substr(behind + 1);
+    std::string result = framed.size() >= 3 ? framed.substr(1, framed.size() - 2) : "";
+    if (result.ends_with('|')) result.pop_back();
+    return result;
+}
+
 bool HasEntry(Integer element) { return !IsList(element) || ActiveChoices().ListIndex >= 0; }
 
 // What the entry controls hold, a pending edit committed first.
@@ -84,6 +94,10 @@ std::string InstanceText(std::string_view value, std::int32_t number) {
     return before >= behind ? "" : framed.substr(before + 1, behind - before - 1);
 }
 
+std::string WithInstance(std::string_view value, std::int32_t number, const std::string &text) {
+    return Replaced(value, number, text + "|");
+}
+
 Integer InstanceCount(std::string_view value) {
     // The scroll bar reaches no further; what lies behind stays as it is.
     return static_cast<Integer>(std::min<std::ptrdiff_t>(std::count(value.begin(), value.end(), '|') + 1, INT16_MAX));
@@ -107,7 +121,6 @@ void ShowInstanceControls(Integer element, Integer mode) {
 
 void ShowFieldInstance(Integer Delete, Integer Load) {
     const Integer element = SelectedElement();
-    std::string framed = Framed(RowValue[CurrentField]);
     const std::int32_t number = NumericValue(Quintave.FILabel[1].Caption);
     if (Load != 0) {
         const std::string text = InstanceText(RowValue[CurrentField], number);
@@ -125,12 +138,9 @@ void ShowFieldInstance(Integer Delete, Integer Load) {
         ShowSelectedField(0, False);
         return;
     }
-    const auto [before, behind] = BoundsOf(framed, number);
-    framed = framed.substr(0, before + 1) + (Delete == True ? "" : TmpStr + "|") + framed.substr(behind + 1);
-    std::string value = framed.size() >= 3 ? framed.substr(1, framed.size() - 2) : "";
-    if (value.ends_with('|')) value.pop_back();
-    RowValue[CurrentField] = value;
-    ShowValueInRow(value);
+    RowValue[CurrentField] = Delete == True ? Replaced(RowValue[CurrentField], number, "")
+                                            : WithInstance(RowValue[CurrentField], number, TmpStr);
+    ShowValueInRow(RowValue[CurrentField]);
 }
 
 void FIAdd_Click() {

@@ -9,6 +9,9 @@
 // The instance of that number (from 1) in a value; "" past the last.
 std::string InstanceText(std::string_view value, std::int32_t number);
 
+// The value with a text as the instance of that number; past the last it becomes one more.
+std::string WithInstance(std::string_view value, std::int32_t number, const std::string &text);
+
 // The number of instances in a value: one more than it has "|".
 Integer InstanceCount(std::string_view value);
 

@@ -93,6 +93,12 @@ void CommitEdit(Control &box, std::string_view trail) {
     StoreValue(text, trail);
 }
 
+// The free-text box whose edit is still to be committed; null for none.
+Control *EditedBox() {
+    Control *const box = Focused();
+    return EntryFlag == True && box != nullptr && box->Type == Kind::TextBox ? box : nullptr;
+}
+
 bool IsCommitKey(Integer keyAscii) {
     if (keyAscii == CtrlEnterCode) return true;
     return keyAscii == EnterCode && FieldInfo[SelectedElement()][TypeCode] != Memo;
@@ -108,10 +114,24 @@ std::string FreeTextOf(const std::string &value) {
 } // namespace
 
 void CommitPendingEdit() {
-    Control *const box = Focused();
-    if (EntryFlag != True || box == nullptr || box->Type != Kind::TextBox) return;
+    Control *const box = EditedBox();
+    if (box == nullptr) return;
     RunEvent(*box, Event::LostFocus);
     RunEvent(*box, Event::GotFocus);
+}
+
+std::string EditedValue() {
+    const Control *const box = EditedBox();
+    const std::string &value = RowValue[CurrentField];
+    if (box == nullptr) return value;
+    const std::string text = WithoutReserved(box->Text);
+    if (Quintave.FIScroll.Max < 2) return text;
+    return WithInstance(value, NumericValue(Quintave.FILabel[1].Caption), text);
+}
+
+std::string EditedItems() {
+    const Control *const box = EditedBox();
+    return box == nullptr ? GroupItems : ItemsWith(CurrentField, WithoutReserved(box->Text));
 }
 
 void TypeIntoBox(Control &box, char character) {

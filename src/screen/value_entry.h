@@ -3,6 +3,7 @@
 
 #include "platform/runtime.h"
 
+#include <string>
 #include <string_view>
 
 struct Control;
@@ -14,6 +15,11 @@ extern Integer AcceptingChoice; // true while a choice is being accepted
 
 // Commits the edit of the free-text box that has the focus, which keeps it.
 void CommitPendingEdit();
+
+// What a commit of that edit would make of the selected row's value, or of the items of the open group's occurrence.
+// Nothing changes by the question; without an edit they are what they are.
+std::string EditedValue();
+std::string EditedItems();
 
 // Appends a character to a box as if the user had typed it there.
 void TypeIntoBox(Control &box, char character);
