@@ -20,15 +20,16 @@ bool LoadTemplate(const std::string &path, const std::string &bytes) {
     SetContainers(MainLayout());
     ResourceDir = WorkFolder();
     std::string directory;
-    SplitPath(path, directory, TemplateName);
+    std::string name;
+    SplitPath(path, directory, name);
     // A copy in a directory of its own: the template may come through a pipe, and work files are deleted by pattern.
-    TemplateDir = ResourceDir + "template/";
+    directory = ResourceDir + "template/";
     std::error_code ignored; // the copy's error will tell
-    std::filesystem::create_directory(TemplateDir, ignored);
-    OutputFile copy(TemplateDir + TemplateName, OutputFile::Access::Own);
+    std::filesystem::create_directory(directory, ignored);
+    OutputFile copy(directory + name, OutputFile::Access::Own);
     copy.Write(bytes);
     copy.Close(false);
-    return LoadNamedTemplate();
+    return LoadTemplateAt(directory, name);
 }
 
 bool LoadTemplateOf(const Arguments &arguments) {

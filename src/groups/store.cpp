@@ -10,9 +10,22 @@
 
 namespace {
 
-// The store of the open group, and where it lies; closed outside groups.
+// The store of the open group, where it lies, and the element that starts the group; closed outside groups.
 BinaryFile OpenFile;
 std::string OpenPath;
+Integer OpenHead = 0;
+
+// GroupItems() as the store has it.
+std::string StoredItems;
+
+// What WrittenStores and StoreChanges tell.
+std::set<Integer> Written;
+long Changes = 0;
+
+void NoteChange(Integer head) {
+    Written.insert(head);
+    ++Changes;
+}
 
 constexpr long BlockBytes = 1L << 20; // copied at a time, so that the largest store needs no more memory than this
 
@@ -82,6 +95,7 @@ void RewriteStore(Integer count, const std::vector<Range> &before, std::string_v
     });
     OpenFile.Open(OpenPath);
     GroupOccurrenceCount = count;
+    NoteChange(OpenHead);
 }
 
 } // namespace
@@ -109,10 +123,19 @@ void ReplaceStore(Integer head, std::string_view occurrences) {
         file.Write(GroupStoreHeader(length, count));
         file.Write(occurrences);
     });
+    NoteChange(head);
+    if (count == 1 && occurrences.find_first_not_of(' ') == std::string_view::npos) Written.erase(head);
 }
+
+const std::set<Integer> &WrittenStores() { return Written; }
+
+long StoreChanges() { return Changes; }
+
+void ForgetStores() { Written.clear(); }
 
 void OpenStore(Integer head) {
     OpenPath = ResourceDir + GroupFileName(head);
+    OpenHead = head;
     OpenFile.Open(OpenPath);
     const GroupCounts counts = CountsIn(OpenFile.Read(1, std::min<long>(OpenFile.Size(), GroupHeader)), head);
     GroupItemCount = counts.Items;
@@ -126,10 +149,14 @@ void CloseStore() { OpenFile.Close(); }
 void WriteOccurrence() {
     NeedStore();
     OpenFile.Write(PositionOf(GroupLoadedOccurrence), std::string_view(GroupItems).substr(1));
+    if (GroupItems == StoredItems) return;
+    StoredItems = GroupItems;
+    NoteChange(OpenHead);
 }
 
 void ReadOccurrence(Integer index) {
     GroupItems = " " + OpenFile.Read(PositionOf(index), GroupItemCount);
+    StoredItems = GroupItems;
     GroupLoadedOccurrence = index;
 }
 
@@ -139,6 +166,7 @@ void AppendBlankOccurrence() {
     OpenFile.Write(PositionOf(GroupOccurrenceCount), BlankRecord());
     OpenFile.Write(1, GroupStoreHeader(GroupItemCount, count));
     GroupOccurrenceCount = count;
+    NoteChange(OpenHead);
 }
 
 void InsertBlankOccurrence(Integer at) {

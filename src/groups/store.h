@@ -3,6 +3,7 @@
 
 #include "platform/runtime.h"
 
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -20,6 +21,14 @@ GroupCounts ReadStore(Integer head, std::string &occurrences);
 
 // Puts occurrences in the place of a group's store; error 6 for more than 32,767.
 void ReplaceStore(Integer head, std::string_view occurrences);
+
+// The groups whose stores were written since the template was loaded, but for those that are one blank occurrence, by
+// the elements that start them; and how often their contents changed.
+const std::set<Integer> &WrittenStores();
+long StoreChanges();
+
+// A template has come with stores of its own: none was written yet.
+void ForgetStores();
 
 // --- The store of the open group
 // ----------------------------------------------------------------------------------------

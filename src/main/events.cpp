@@ -4,6 +4,7 @@
 #include "groups/open_group.h"
 #include "groups/table_commands.h"
 #include "help/help_window.h"
+#include "main/recovery.h"
 #include "main/session.h"
 #include "main/start_up.h"
 #include "model/template_file.h"
@@ -72,6 +73,7 @@ constexpr std::array Connections{
     Connection{"PrintFrameToggler", Event::Click, PrintFrameToggler_Click},
     Connection{"PrintIndent", Event::LostFocus, PrintIndent_LostFocus},
     Connection{"PrintIndent", Event::KeyPress, PrintIndent_KeyPress},
+    Connection{"RecoveryTimer", Event::Timer, RecoveryTimer_Timer},
     Connection{"TblFldDelete", Event::Click, TblFldDelete_Click},
     Connection{"TblFldDelete", Event::KeyDown, Command_KeyDown},
     Connection{"TblFldInsert", Event::Click, TblFldInsert_Click},

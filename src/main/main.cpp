@@ -62,7 +62,7 @@ int main(int argc, char **argv) {
         }
     ConnectMainWindow();
     if (!LoadMainWindow(arguments)) return 0;
-    ShowMainWindow(MainLayout(), CloseMainWindow, OfferSave, EndSession);
+    ShowMainWindow(MainLayout(), CloseMainWindow, OfferSave, EndOnSignal);
     RunAsEvent(ActivateMainWindow);
     return RunProgram();
 }

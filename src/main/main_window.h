@@ -36,6 +36,7 @@ struct QuintaveForm {
     Control LogoQuit{.Type = Kind::Button, .Name = "LogoQuit", .Caption = "QUIT", .Hint = "End the program"};
     Control Dir1{.Type = Kind::List, .Name = "Dir1", .Visible = false, .TakesFocus = false}; // its tag is its path
     Control Timer1{.Type = Kind::Timer, .Name = "Timer1", .Enabled = false};
+    Control RecoveryTimer{.Type = Kind::Timer, .Name = "RecoveryTimer", .Enabled = false, .Interval = 1000};
 
     // Entry screen
     Control editframe{.Type = Kind::Frame, .Name = "editframe", .Caption = "Active Templates :", .Visible = false};

@@ -5,6 +5,7 @@
 #include "groups/store.h"
 #include "help/help_window.h"
 #include "main/main_window.h"
+#include "main/recovery.h"
 #include "model/field_model.h"
 #include "model/template_file.h"
 #include "model/work_files.h"
@@ -74,6 +75,7 @@ void EmptyEntries() {
     SetCaption(Quintave.CommandAdd, "^Add/Open File");
     SetListIndex(Quintave.List1[0], 0);
     DataChanged = False;
+    SettleRecovery();
 }
 
 // The question, where there is something to lose; then the save.
@@ -88,6 +90,7 @@ bool MayReset() {
 bool MayEnd(std::string_view question, std::string_view title) {
     if (DataChanged == False) return true;
     const Answer answer = MsgBox(question, YesNoCancel, title);
+    if (answer == NoAnswer) GiveUpEntries();
     return answer != CancelAnswer && (answer == NoAnswer || SaveBefore());
 }
 
@@ -134,9 +137,12 @@ bool OfferSave() {
 }
 
 void EndSession() {
+    EndRecovery();
     HelpQuit_Click();
     CloseStore();
     DeleteWorkFiles();
     UnlockDirectory();
     EndProgram();
 }
+
+void EndOnSignal() { RunAsEvent(EndSession); }

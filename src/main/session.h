@@ -18,3 +18,6 @@ bool OfferSave();
 
 // Ends the program at once: nothing is asked or saved, work files are deleted and the directory's lock is free again.
 void EndSession();
+
+// The same on a signal, which may come in the middle of a command.
+void EndOnSignal();

@@ -2,6 +2,7 @@
 #include "main/start_up.h"
 
 #include "main/main_window.h"
+#include "main/recovery.h"
 #include "main/session.h"
 #include "main/user_resources.h"
 #include "model/field_model.h"
@@ -102,6 +103,7 @@ void ActivateMainWindow() {
     ReportFilePattern = "*.rpx";
     ReportFileName.clear();
     FileFilter = {"Quintave Files (*.rpx)", "*.rpx", "All Files (*.*)", "*.*", "-1", "0"};
+    if (OfferRecovery(ReportArgument.empty() ? StartFile : ReportArgument)) return;
     if (LoadFirstTemplate() && NumFields > 0) LoadStartFile(ReportArgument);
 }
 

@@ -19,6 +19,7 @@ Integer GroupLoadedOccurrence = 0;
 Integer LevelTableRows = 0;
 Integer DeepestLevel = 0;
 std::string TmpStr;
+std::uint64_t TemplateMark = 0;
 std::string TemplateName;
 std::string TemplateDir;
 std::string ResourceDir;

@@ -5,6 +5,7 @@
 #include "platform/runtime.h"
 
 #include <array>
+#include <cstdint>
 #include <string>
 
 // Columns of FieldInfo().
@@ -61,6 +62,7 @@ extern Integer GroupLoadedOccurrence;         // index of the occurrence in Grou
 extern Integer LevelTableRows;                // upper bound of LevelTable()
 extern Integer DeepestLevel;                  // largest absolute level of the template
 extern std::string TmpStr;                    // result or argument that passes between procedures
+extern std::uint64_t TemplateMark;            // tells the template's elements from those of another one
 extern std::string TemplateName;              // file name of the template; empty: none
 extern std::string TemplateDir;               // its directory, ending in "/"
 extern std::string ResourceDir;               // where quintave.tbl and the work files lie, ending in "/"

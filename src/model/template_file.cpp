@@ -2,7 +2,9 @@
 #include "model/template_file.h"
 
 #include "groups/open_group.h"
+#include "groups/store.h"
 #include "main/main_window.h"
+#include "main/recovery.h"
 #include "main/session.h"
 #include "model/field_model.h"
 #include "model/template_reader.h"
@@ -52,6 +54,7 @@ void ClearScreen() {
     // An edit that is still open belongs to a row that is still there.
     ShowSelectedField(Restart, PutAwayOnly);
     CloseGroupScreen();
+    ForgetStores();
     for (const Integer list : {Integer{0}, GroupList}) {
         ClearRows(Quintave.List1.at(static_cast<std::size_t>(list)));
         Control &choices = Quintave.List2.at(static_cast<std::size_t>(list));
@@ -228,17 +231,6 @@ std::string AskForTemplate() {
     return PickFile(Quintave.cmDialog, ShowOpen);
 }
 
-// Loads the template that the user picked; the old one stays where that fails.
-void LoadPickedTemplate() {
-    const std::string oldDir = TemplateDir;
-    const std::string oldName = TemplateName;
-    TemplateDir = ReportFileDir;
-    TemplateName = ReportFileName;
-    if (LoadNamedTemplate()) return;
-    TemplateDir = oldDir;
-    TemplateName = oldName;
-}
-
 } // namespace
 
 void ShowTemplateCaption() {
@@ -258,18 +250,29 @@ bool LoadTemplateFile() {
     ListTop = 0;
     DataChanged = False;
     ActiveList = 0;
+    TemplateMark = MarkOf(content);
     FillTables(content);
+    SettleRecovery();
     AddRowWithoutFields();
     ShowTemplateCaption();
     HideBanner();
     return true;
 }
 
-bool LoadNamedTemplate() {
+bool LoadTemplateAt(const std::string &directory, const std::string &name) {
+    const std::string oldDir = TemplateDir;
+    const std::string oldName = TemplateName;
+    TemplateDir = directory;
+    TemplateName = name;
     std::string suffix;
-    if (CheckHeader(TemplateDir + TemplateName, suffix) != Header::Good || !LoadTemplateFile()) return false;
-    ApplyHeaderSuffix(suffix);
-    return true;
+    const std::string path = TemplatePath(); // its letters may be small where the name's are large
+    if (CheckHeader(path.empty() ? directory + name : path, suffix) == Header::Good && LoadTemplateFile()) {
+        ApplyHeaderSuffix(suffix);
+        return true;
+    }
+    TemplateDir = oldDir;
+    TemplateName = oldName;
+    return false;
 }
 
 bool LoadFirstTemplate() {
@@ -305,7 +308,7 @@ void CommandTemplate_Click() {
         const std::string path = AskForTemplate();
         if (!path.empty()) {
             SplitPath(path, ReportFileDir, ReportFileName);
-            LoadPickedTemplate();
+            LoadTemplateAt(ReportFileDir, ReportFileName);
         }
         FileMark = FirstLoad;
         CurrentField = 0;

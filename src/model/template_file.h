@@ -4,16 +4,19 @@
 
 #include "platform/runtime.h"
 
+#include <string>
+
 // On the first activation of the main window: checks the header of the template that the resource table names and loads
 // it. A wrong header ends the program after its message: false.
 bool LoadFirstTemplate();
 
+// Checks the header of a template, which may turn instances off, and loads it. Where that fails the old one stays,
+// after the message: false.
+bool LoadTemplateAt(const std::string &directory, const std::string &name);
+
 // Loads TemplateDir & TemplateName; a file that does not exist empties the model. A template that cannot be read to its
 // end, or whose work files cannot be written, is refused with a message: false, and nothing has changed.
 bool LoadTemplateFile();
-
-// The same behind a check of the header, which may turn instances off.
-bool LoadNamedTemplate();
 
 // Event of CommandTemplate: offers to save, empties the entries and asks for another template.
 void CommandTemplate_Click();

@@ -2,6 +2,7 @@
 #include "model/template_reader.h"
 
 #include "model/field_model.h"
+#include "platform/checksum.h"
 #include "platform/codepage.h"
 
 #include <algorithm>
@@ -168,4 +169,14 @@ TemplateContent ReadTemplate(const std::string &path) {
     CountRows(input, content);
     ReadElements(input, content);
     return content;
+}
+
+std::uint64_t MarkOf(const TemplateContent &content) {
+    Checksum sum;
+    for (const TemplateElement &e : content.Elements) {
+        const std::array<long long, 5> numbers{e.Level, e.Kind, static_cast<int>(e.Type), e.InGroup,
+                                               static_cast<long long>(e.Title.size())};
+        sum.Add({reinterpret_cast<const char *>(numbers.data()), sizeof(numbers)}).Add(e.Title);
+    }
+    return sum.Value();
 }

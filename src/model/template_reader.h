@@ -5,6 +5,7 @@
 #include "platform/items.h"
 #include "platform/runtime.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,6 +34,10 @@ struct TemplateContent {
 inline constexpr std::string_view TemplateIdentifier = "QUINTAVE FIELDS TEMPLATE FILE";
 inline constexpr std::string_view EndOfChoices = "XXX-1XXX";        // with or without blanks around
 inline constexpr std::string_view VersionIdentifier = "QuintaveV2"; // begins the second item of templates and reports
+
+// A number that differs where the elements of two templates differ in their order, titles, types, lengths or levels;
+// help texts and choices do not count.
+std::uint64_t MarkOf(const TemplateContent &content);
 
 // The suffix behind the version identifier in a template's header. False where the header is none. May throw the error
 // of a file that cannot be read.

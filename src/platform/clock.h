@@ -1,4 +1,4 @@
-// Today's date in the two forms the program shows.
+// Today's date in the two forms the program shows, and a clock for waiting.
 #pragma once
 
 #include <string>
@@ -9,3 +9,6 @@ std::string ShortDate();
 // mm-dd-yyyy, for prints. The moment that SOURCE_DATE_EPOCH names (UTC) where it is set, so that prints can be
 // reproduced; otherwise the local date.
 std::string PrintDate();
+
+// Milliseconds since some moment: goes on evenly when the date is set anew. Each front has it.
+long long SteadyMilliseconds();

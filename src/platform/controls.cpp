@@ -18,6 +18,9 @@ std::span<const Connection> Connections;
 // The control with the focus; null for none.
 Control *FocusedControl = nullptr;
 
+// Handlers at work, each begun in the middle of the one before it.
+int Depth = 0;
+
 // The controls with unshown changes, each once.
 std::vector<Control *> ChangedControls;
 
@@ -50,8 +53,10 @@ void FireIndexed(const Control &control, Event event) {
 
 // The edge between the user and the handlers: what no command has trapped is told here, and the program goes on.
 template <class Act> void AtTheEdge(Act act) {
+    ++Depth;
     const Integer fault = FaultOf(act);
     if (fault != 0) MsgBox("Error: " + ErrorText(fault), CriticalIcon, "Quintave");
+    --Depth;
 }
 
 // The focus leaves its control, which was hidden or disabled or is about to be left.
@@ -77,6 +82,8 @@ bool IsBreakOrControl(char32_t c) { return c < 32 || IsLineBreak(c); }
 void ConnectEvents(std::span<const Connection> table) { Connections = table; }
 
 void RunAsEvent(const std::function<void()> &procedure) { AtTheEdge(procedure); }
+
+bool IsInterrupting() { return Depth > 1; }
 
 void RunEvent(Control &control, Event event) { FireIndexed(control, event); }
 

@@ -62,6 +62,7 @@ struct Control {
     long Top = 0; // of what stands in a window without a layout
     long Height = 0;
     bool ReadOnly = false;        // a text box that only shows
+    Integer Interval = 0;         // timer: milliseconds between its events; 0 as soon as nothing else is to be done
     Control *Container = nullptr; // the frame it stands in, known once the layout was shown
 
     unsigned Changed = 0; // aspects that the front has not shown yet
@@ -122,6 +123,9 @@ void RunEvent(Control &control, Event event);
 // Runs a procedure as the handler of the window's own event: an error that it did not trap is told, and the program
 // goes on.
 void RunAsEvent(const std::function<void()> &procedure);
+
+// The handler at work began in the middle of another one, which waits for a dialogue or lets the window live.
+bool IsInterrupting();
 
 // --- Changes by the program
 // -------------------------------------------------------------------------------------------

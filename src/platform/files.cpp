@@ -94,11 +94,6 @@ std::vector<std::string> EntriesOf(const std::string &directory) {
     return names;
 }
 
-bool IsOwnRegularFile(const std::string &path) {
-    struct stat status {};
-    return lstat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
-}
-
 // A name that no file can have, or one that leads out of its directory.
 bool IsNoName(std::string_view name) {
     return name.empty() || name.find_first_of(std::string_view("/\\\0", 3)) != std::string_view::npos;
@@ -151,6 +146,11 @@ bool FileExists(const std::string &path) {
     struct stat status {};
     // The system would take a NUL for the end of the path and look at another file.
     return path.find('\0') == std::string::npos && stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+bool IsPlainFile(const std::string &path) {
+    struct stat status {};
+    return lstat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
 bool IsSameFile(const std::string &a, const std::string &b) {
@@ -221,7 +221,7 @@ long FileSize(const std::string &path) {
 std::vector<std::string> MatchingNames(const std::string &directory, const std::string &pattern) {
     std::vector<std::string> names = EntriesOf(directory);
     std::erase_if(names, [&](const std::string &name) {
-        return fnmatch(pattern.c_str(), name.c_str(), FNM_CASEFOLD) != 0 || !IsOwnRegularFile(directory + name);
+        return fnmatch(pattern.c_str(), name.c_str(), FNM_CASEFOLD) != 0 || !IsPlainFile(directory + name);
     });
     return names;
 }
@@ -273,8 +273,10 @@ void MakeDirectoryBeside(std::string &path) {
 }
 
 OutputFile::OutputFile(const std::string &path, Access access)
-    : handle(OpenHandle(path, O_WRONLY | O_CREAT | O_TRUNC | (access == Access::Own ? O_NOFOLLOW : 0),
-                        access == Access::Own ? OwnMode : UserMode)) {}
+    : handle(OpenHandle(path,
+                        O_WRONLY | O_CREAT | O_TRUNC | (access == Access::User ? 0 : O_NOFOLLOW) |
+                            (access == Access::New ? O_EXCL : 0),
+                        access == Access::User ? UserMode : OwnMode)) {}
 
 OutputFile::OutputFile(int descriptor) : handle(descriptor) {}
 

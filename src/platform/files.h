@@ -28,6 +28,9 @@ std::string UserDataDirectory();
 // A regular file that can be seen under this path.
 bool FileExists(const std::string &path);
 
+// A regular file that lies there itself: no link to one.
+bool IsPlainFile(const std::string &path);
+
 bool DirectoryExists(const std::string &path);
 
 // Something has this path, be it a link that leads nowhere.
@@ -86,7 +89,8 @@ void MakeDirectoryBeside(std::string &path);
 // Writes a file from its first byte, replacing an existing one at once; what was written before an error stays.
 class OutputFile {
 public:
-    enum class Access { User, Own }; // Own: a work file, which nobody else may read and which no link leads elsewhere
+    // Own: a work file, which nobody else may read and which no link leads elsewhere. New: one that is not there yet.
+    enum class Access { User, Own, New };
 
     OutputFile(const std::string &path, Access access);
     explicit OutputFile(int descriptor); // takes over a file that is open for writing

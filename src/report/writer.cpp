@@ -4,6 +4,7 @@
 #include "groups/open_group.h"
 #include "groups/store.h"
 #include "main/main_window.h"
+#include "main/recovery.h"
 #include "model/field_model.h"
 #include "model/template_reader.h"
 #include "platform/codepage.h"
@@ -178,6 +179,8 @@ bool WriteReportFile() {
                CriticalIcon, "Quintave");
         return false;
     }
-    if (!temporary) DataChanged = False;
+    if (temporary) return true;
+    DataChanged = False;
+    SettleRecovery();
     return true;
 }

@@ -58,6 +58,13 @@ class SessionTest(DesktopTest):
         self.assertEqual(desk.wait_exit(), status)
         self.assert_nothing_left(desk)
 
+    def assert_ended_keeping(self, desk, status=0):
+        """An end that asked nothing while there were unsaved entries: the next start offers them."""
+        self.assertEqual(desk.wait_exit(), status)
+        self.assert_no_work_files(desk)
+        desk.launch()
+        desk.wait_message("UNSAVED ENTRIES")
+
 
 class Reset(SessionTest):
     def ask(self, desk):
@@ -294,7 +301,7 @@ class Close(WayOut, SessionTest):
             reply(desk, "Yes", "PRINT CURRENT SCREEN FIELDS?")
             desk.wait_focus("NO Section/Field Indent")
             self.press(desk)
-            self.assert_ended(desk)
+            self.assert_ended_keeping(desk)
             self.assertEqual(list(desk.cwd.iterdir()), [])
 
 
@@ -335,9 +342,22 @@ class Signal(SessionTest):
                 kept = path.read_bytes()
                 self.enter_something(desk)
                 self.ask_for_end(desk, number)
-                self.assert_ended(desk, 128 + number)
+                self.assert_ended_keeping(desk, 128 + number)
                 self.assertEqual([entry.name for entry in desk.cwd.iterdir()], ["kept.rpx"])
                 self.assertEqual(path.read_bytes(), kept)
+                reply(desk, "Yes")
+                start_entry(desk)
+                self.assertEqual(value_of(desk, "Title"), "SavedFens")
+
+    def test_without_unsaved_entries_leaves_nothing(self):
+        with self.desk() as desk:
+            start_entry(desk)
+            self.enter_something(desk)
+            desk.key("ctrl+s")
+            save_as(desk, desk.cwd / "kept.rpx")
+            self.ask_for_end(desk, signal.SIGTERM)
+            self.assert_ended(desk, 128 + signal.SIGTERM)
+            self.assertFalse((desk.resources / "quintave.rec").exists())
 
     def test_ends_the_program_in_the_middle_of_a_question(self):
         with self.desk() as desk:
@@ -346,7 +366,7 @@ class Signal(SessionTest):
             desk.key("ctrl+q")
             desk.wait_message(QUIT[0])
             self.ask_for_end(desk, signal.SIGTERM)
-            self.assert_ended(desk, 128 + signal.SIGTERM)
+            self.assert_ended_keeping(desk, 128 + signal.SIGTERM)
 
     def test_ends_the_program_in_the_middle_of_a_dialog(self):
         with self.desk() as desk:
@@ -356,11 +376,11 @@ class Signal(SessionTest):
             desk.wait_dialog()
             self.assertIn("!quin!02.$$$", work_files(desk.resources))
             self.ask_for_end(desk, signal.SIGTERM)
-            self.assert_ended(desk, 128 + signal.SIGTERM)
+            self.assert_ended_keeping(desk, 128 + signal.SIGTERM)
 
 
 class Kill(SessionTest):
-    def test_the_next_start_in_the_same_directory_works_and_says_nothing(self):
+    def test_the_next_start_in_the_same_directory_works(self):
         with self.desk() as desk:
             start_entry(desk)
             self.enter_something(desk)
@@ -370,7 +390,7 @@ class Kill(SessionTest):
             self.assertEqual(desk.wait_exit(), -signal.SIGKILL)
             self.assertEqual(work_files(desk.resources), ["!quin!02.$$$", *self.WORK_FILES])
             desk.launch()
-            self.assertIsNone(desk.message())
+            reply(desk, "No", "UNSAVED ENTRIES")
             self.assertEqual(work_files(desk.resources), self.WORK_FILES)
             start_entry(desk)
             self.assertEqual(value_of(desk, "Title"), "")

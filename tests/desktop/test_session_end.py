@@ -91,6 +91,6 @@ class SessionEnd(SessionTest):
             self.enter_something(desk)
             self.manager.end("none")
             self.expect("saved")
-            self.assert_ended(desk)
+            self.assert_ended_keeping(desk)
             self.assertEqual([entry.name for entry in desk.cwd.iterdir()], ["kept.rpx"])
             self.assertEqual(path.read_bytes(), kept)

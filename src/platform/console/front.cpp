@@ -6,6 +6,7 @@
 #include "platform/console/user.h"
 
 #include <array>
+#include <chrono>
 #include <ctime>
 #include <utility>
 
@@ -57,4 +58,9 @@ std::string ShortDate() {
     localtime_r(&now, &date);
     std::array<char, 32> text{};
     return {text.data(), std::strftime(text.data(), text.size(), "%x", &date)};
+}
+
+long long SteadyMilliseconds() {
+    using namespace std::chrono;
+    return Progress.ClockAhead + duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
 }

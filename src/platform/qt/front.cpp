@@ -15,6 +15,7 @@
 #include <QLocale>
 #include <QWidget>
 
+#include <chrono>
 #include <memory>
 
 namespace {
@@ -63,4 +64,9 @@ void KeepWindowAlive() {
 
 std::string ShortDate() {
     return FromUtf8(QLocale::system().toString(QDate::currentDate(), QLocale::ShortFormat).toStdString());
+}
+
+long long SteadyMilliseconds() {
+    using namespace std::chrono;
+    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
 }

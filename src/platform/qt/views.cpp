@@ -130,6 +130,7 @@ View MakeTimer(Control &control, QWidget *parent) {
     auto *widget = new QWidget(parent);
     widget->hide();
     auto *timer = new QTimer(widget);
+    timer->setInterval(control.Interval);
     QObject::connect(timer, &QTimer::timeout, widget, [&control] { Report([&] { UserTicks(control); }); });
     return {widget, [&control, timer](unsigned) { control.Enabled ? timer->start() : timer->stop(); }};
 }

@@ -1,0 +1,220 @@
+// When unsaved entries are kept, offered and removed (recovery.h).
+#include "main/recovery.h"
+
+#include "groups/store.h"
+#include "main/main_window.h"
+#include "main/recovery_entries.h"
+#include "model/field_model.h"
+#include "model/template_file.h"
+#include "model/template_reader.h"
+#include "platform/clock.h"
+#include "platform/codepage.h"
+#include "platform/dialogs.h"
+#include "report/save_command.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace {
+
+constexpr long long LeastWait = 10000;  // milliseconds between two writes
+constexpr long long WritingShare = 100; // of the time at most one part in so many goes into writing
+
+constexpr std::string_view Title = "UNSAVED ENTRIES";
+
+// Tells one state of all entries from another.
+struct EntriesState {
+    std::uint64_t Entries = 0;
+    long Stores = 0;
+    bool operator==(const EntriesState &) const = default;
+};
+
+bool Ours = false;                   // the recovery file, where there is one, is this session's
+bool Exists = false;                 // there is one
+EntriesState Kept;                   // what it holds
+std::optional<EntriesState> GivenUp; // what the user did not want to be saved; nothing before such an answer
+long long NextWrite = 0;             // not before this moment
+
+std::string RecoveryPath() { return ResourceDir + std::string(RecoveryName); }
+
+// False where the file cannot be deleted.
+bool DeleteKept() {
+    try {
+        DeleteFile(RecoveryPath());
+        return true;
+    } catch (const RuntimeError &) {
+        return false;
+    }
+}
+
+EntriesState StateOf(const std::string &entries) { return {Checksum().Add(entries).Value(), StoreChanges()}; }
+
+void KeepEntries() {
+    const long long now = SteadyMilliseconds();
+    if (!Ours || NumFields == 0 || now < NextWrite) return;
+    bool changed = true;
+    const Integer fault = FaultOf([&] {
+        const std::string entries = EntriesOnScreen();
+        const EntriesState state = StateOf(entries);
+        changed = !Exists || !(state == Kept);
+        if (!changed) return;
+        WriteEntries(entries);
+        Exists = true;
+        Kept = state;
+    });
+    if (!changed) return;
+    // A disk that is full or refuses is told when the user saves; a message of ours would only be in the way.
+    if (fault != 0) DeleteUnfinishedRecovery();
+    const long long end = SteadyMilliseconds();
+    NextWrite = end + std::max(LeastWait, WritingShare * (end - now));
+}
+
+bool AreGivenUp() {
+    bool same = false;
+    FaultOf([&] { same = GivenUp && StateOf(EntriesOnScreen()) == *GivenUp; });
+    return same;
+}
+
+// The first name of its kind that is free.
+std::string FreeName() {
+    int number = 1;
+    const auto name = [&] { return ResourceDir + "quintave-kept" + std::to_string(number) + ".rec"; };
+    while (FileExists(name())) ++number;
+    return name();
+}
+
+// Says why the entries cannot be brought back, after their file was put aside. Where it cannot be, this session keeps
+// its hands off it.
+void Refuse(const std::string &reason) {
+    std::string path = FreeName();
+    try {
+        RenameFile(RecoveryPath(), path);
+        Ours = true;
+    } catch (const RuntimeError &) {
+        path = RecoveryPath();
+    }
+    MsgBox(reason + NL + NL + "Your unsaved entries are NOT being loaded into Quintave!" + NL + NL +
+               "They are kept in the file " + NameText(path) + ".",
+           CriticalIcon, Title);
+}
+
+void RefuseDamaged() { Refuse("The file with the unsaved entries of your last session is damaged!"); }
+
+void RefuseError(Integer number) {
+    Refuse("Error: " + ErrorText(number) + NL +
+           "Error bringing back the unsaved entries of your last session! (full drive? file locked? wrong "
+           "privileges?).");
+}
+
+Answer AskUser(const EntriesOrigin &origin, const std::string &report) {
+    const bool named = !origin.Report.empty() && origin.Report != FirstLoad;
+    return MsgBox("The entries of your last session were not SAVED when Quintave ended." + NL + NL +
+                      "        Fields Template File: " + NameText(origin.TemplateName) + NL +
+                      (named ? "        RPX File: " + NameText(origin.Report) + NL : "") + NL +
+                      "Would you like to bring them BACK?" + NL + NL +
+                      "        YES - Bring all entries back, still to be saved." + NL +
+                      "        NO - Remove them for good." +
+                      (IsReportName(report)
+                           ? NL + NL + "Note that after a YES answer the file " + NameText(report) + " is not opened!"
+                           : ""),
+                  YesNo + QuestionIcon, Title);
+}
+
+// The template is there and has the elements that the entries were made for; otherwise after the message.
+bool HasTemplate(const EntriesOrigin &origin) {
+    const std::string name = FindName(origin.TemplateDir, origin.TemplateName);
+    const std::string shown = "The Fields Template File " + NameText(origin.TemplateName);
+    if (name.empty()) {
+        Refuse(shown + " of the unsaved entries of your last session was not found!");
+        return false;
+    }
+    bool same = false;
+    const Integer fault = FaultOf([&] {
+        std::string suffix;
+        const std::string path = origin.TemplateDir + name;
+        same = ReadTemplateHeader(path, suffix) && std::to_string(MarkOf(ReadTemplate(path))) == origin.TemplateMark;
+    });
+    if (fault != 0)
+        RefuseError(fault);
+    else if (!same)
+        Refuse(shown + " has changed since the unsaved entries of your last session were made!");
+    return same;
+}
+
+bool BringBack(const std::vector<RecoveryItem> &items) {
+    const EntriesOrigin origin = OriginOf(items);
+    if (!HasTemplate(origin)) return false;
+    const Integer fault = FaultOf([&] {
+        if (!LoadTemplateAt(origin.TemplateDir, origin.TemplateName)) throw RuntimeError{PathAccessError};
+        PlaceEntries(items);
+    });
+    if (fault != 0) {
+        fault == SubscriptOutOfRange ? RefuseDamaged() : RefuseError(fault);
+        return false;
+    }
+    SetListIndex(Quintave.List1[0], 0);
+    Ours = true;
+    Exists = true;
+    return true;
+}
+
+// Settles what an earlier session has left. True where its entries are back, or nothing is to be loaded any more.
+bool Offer(const std::string &report) {
+    std::string bytes;
+    std::vector<RecoveryItem> items;
+    if (!ReadRecoveryFile(bytes, items)) {
+        RefuseDamaged();
+        return false;
+    }
+    const Answer answer = AskUser(OriginOf(items), report);
+    if (answer == YesAnswer) return BringBack(items);
+    if (answer != NoAnswer) return true; // the program was ended over the question
+    Ours = DeleteKept();                 // where that cannot be, the next start offers them again
+    return false;
+}
+
+} // namespace
+
+bool OfferRecovery(const std::string &report) {
+    const std::string firstTemplate = TemplateName;
+    bool back = false;
+    Exists = false;
+    GivenUp.reset();
+    NextWrite = 0;
+    // A link that somebody left in its place is none of ours; the first write takes its place.
+    Ours = !IsPlainFile(RecoveryPath());
+    const Integer fault = FaultOf([&] { back = !Ours && Offer(report); });
+    if (fault != 0) RefuseError(fault);
+    if (!back) TemplateName = firstTemplate;
+    SetEnabled(Quintave.RecoveryTimer, true);
+    return back;
+}
+
+void RecoveryTimer_Timer() {
+    // In the middle of a command the entries may be half of one state and half of the next.
+    if (IsInterrupting()) return;
+    if (DataChanged == False)
+        SettleRecovery();
+    else
+        KeepEntries();
+}
+
+void SettleRecovery() {
+    if (Ours && Exists && DataChanged == False) Exists = !DeleteKept(); // tried again at the next tick
+}
+
+void GiveUpEntries() {
+    FaultOf([] { GivenUp = StateOf(EntriesOnScreen()); });
+}
+
+void EndRecovery() {
+    SettleRecovery();
+    if (DataChanged != False && AreGivenUp()) {
+        if (Ours && Exists) DeleteKept();
+    } else if (DataChanged != False && !(Exists && IsInterrupting())) {
+        // In the middle of a command what was kept before it is worth more than half of what it does.
+        NextWrite = 0;
+        KeepEntries();
+    }
+    Ours = false;
+}
