@@ -77,9 +77,8 @@ void TellEmptyMembers(Integer head, const std::vector<std::string> &words) {
         return;
     }
     const auto length = static_cast<std::size_t>(counts.Items);
-    for (int k = 0; k < counts.Occurrences; ++k) {
-        const std::string_view occurrence =
-            std::string_view(cells).substr(static_cast<std::size_t>(k) * length, length);
+    for (std::size_t k = 0; k * length < cells.size(); ++k) {
+        const std::string_view occurrence = std::string_view(cells).substr(k * length, length);
         if (IsBlank(occurrence)) continue;
         std::size_t cell = 0;
         for (Integer e = ToInteger(head + 1); e < GroupEnd(head); ++e) {

@@ -22,5 +22,3 @@ std::string ItemsWith(Integer row, std::string_view text) {
 }
 
 void StoreMemberText(Integer row, std::string_view text) { GroupItems = ItemsWith(row, text); }
-
-void ClearOccurrence() { GroupItems.assign(static_cast<std::size_t>(GroupItemCount) + 1, ' '); }

@@ -14,6 +14,3 @@ void StoreMemberText(Integer row, std::string_view text);
 
 // GroupItems() as that would leave it.
 std::string ItemsWith(Integer row, std::string_view text);
-
-// Every item of the occurrence a blank.
-void ClearOccurrence();

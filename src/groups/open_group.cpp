@@ -164,12 +164,16 @@ void StoreShownOccurrence() {
     WriteOccurrence();
 }
 
-void ShowOccurrence(Integer index) {
-    ReadOccurrence(index);
-    ShowListIndex(Quintave.TblFldNum, index);
+void ShowLoadedOccurrence() {
+    ShowListIndex(Quintave.TblFldNum, GroupLoadedOccurrence);
     RememberOccurrence();
     ShowFieldValueLine();
     ShowSelectedField(Restart, False);
+}
+
+void ShowOccurrence(Integer index) {
+    ReadOccurrence(index);
+    ShowLoadedOccurrence();
 }
 
 void ShowFieldValueLine() {

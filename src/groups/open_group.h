@@ -27,7 +27,10 @@ Integer GroupHead();
 // Puts a pending edit into the occurrence and that into the store, before another occurrence is shown.
 void StoreShownOccurrence();
 
-// Reads an occurrence and shows it; the group remembers it.
+// Shows the loaded occurrence; the group remembers it.
+void ShowLoadedOccurrence();
+
+// Reads an occurrence and shows it.
 void ShowOccurrence(Integer index);
 
 // Rewrites the rows of the open group from GroupItems().

@@ -46,6 +46,13 @@ GroupCounts CountsIn(std::string_view header, Integer head) {
     return counts;
 }
 
+// The loaded occurrence is this one, as the store has it.
+void Hold(const std::string &items, Integer index) {
+    GroupItems = " " + items;
+    StoredItems = GroupItems;
+    GroupLoadedOccurrence = index;
+}
+
 std::string BlankRecord() { return std::string(static_cast<std::size_t>(GroupRecordLength), ' '); }
 
 // Bytes of the store from a position up to, not including, another.
@@ -61,16 +68,17 @@ void CopyRanges(OutputFile &file, const std::vector<Range> &ranges) {
 }
 
 // Makes a store anew beside itself and puts it in its own place, so that a fault leaves it as it was. What was written
-// by then goes again: on a full disk it would be in the way of everything else.
-template <class WriteAll> void Rewrite(const std::string &path, const WriteAll &writeAll) {
+// by then goes again: on a full disk it would be in the way of everything else. Gives the new file, open.
+template <class WriteAll> void Rewrite(const std::string &path, const WriteAll &writeAll, BinaryFile &rewritten) {
     const std::string staged = StagedName(path);
     try {
         OutputFile file(staged, OutputFile::Access::Own);
         writeAll(file);
         file.Close(false);
+        rewritten.Open(staged); // before it takes the name: behind that nothing may fail any more
         RenameFile(staged, path);
     } catch (const RuntimeError &) {
-        DeleteFile(staged);
+        TryToDelete(staged);
         throw;
     }
 }
@@ -79,23 +87,40 @@ template <class WriteAll> void Rewrite(const std::string &path, const WriteAll &
 // the file that is still open.
 void NeedStore() {
     if (OpenFile.IsAt(OpenPath)) return;
-    Rewrite(OpenPath, [](OutputFile &file) { CopyRanges(file, {{1, PositionOf(GroupOccurrenceCount)}}); });
-    OpenFile.Open(OpenPath);
+    BinaryFile rewritten;
+    Rewrite(
+        OpenPath,
+        [](OutputFile &file) {
+            CopyRanges(file, {{1, PositionOf(GroupOccurrenceCount)}});
+        },
+        rewritten);
+    OpenFile.Swap(rewritten);
     throw RuntimeError{FileNotFound};
 }
 
 void RewriteStore(Integer count, const std::vector<Range> &before, std::string_view between,
                   const std::vector<Range> &behind) {
     NeedStore();
-    Rewrite(OpenPath, [&](OutputFile &file) {
+    BinaryFile rewritten;
+    const auto writeAll = [&](OutputFile &file) {
         file.Write(GroupStoreHeader(GroupItemCount, count));
         CopyRanges(file, before);
         file.Write(between);
         CopyRanges(file, behind);
-    });
-    OpenFile.Open(OpenPath);
+    };
+    Rewrite(OpenPath, writeAll, rewritten);
+    OpenFile.Swap(rewritten);
     GroupOccurrenceCount = count;
     NoteChange(OpenHead);
+}
+
+// In the place of the loaded occurrence, and in hand once it is there.
+void PutOccurrence(const std::string &items) {
+    NeedStore();
+    OpenFile.Write(PositionOf(GroupLoadedOccurrence), items);
+    const std::string stored = StoredItems;
+    Hold(items, GroupLoadedOccurrence);
+    if (GroupItems != stored) NoteChange(OpenHead);
 }
 
 } // namespace
@@ -112,17 +137,23 @@ GroupCounts ReadStore(Integer head, std::string &occurrences) {
     occurrences = ReadFile(ResourceDir + GroupFileName(head));
     const GroupCounts counts = CountsIn(occurrences, head);
     occurrences.erase(0, static_cast<std::size_t>(GroupHeader));
-    occurrences.resize(static_cast<std::size_t>(counts.Items) * static_cast<std::size_t>(counts.Occurrences), ' ');
+    const auto items = static_cast<std::size_t>(counts.Items);
+    const std::size_t whole = items * static_cast<std::size_t>(counts.Occurrences);
+    if (occurrences.size() > whole) occurrences.resize(whole);
+    // A file of four bytes can count a thousand million of them: what is missing is never made up.
+    if (items > 0) occurrences.resize((occurrences.size() + items - 1) / items * items, ' ');
     return counts;
 }
 
 void ReplaceStore(Integer head, std::string_view occurrences) {
     const Integer length = GroupLength(head);
     const Integer count = length == 0 ? Integer{1} : ToInteger(occurrences.size() / static_cast<std::size_t>(length));
-    Rewrite(ResourceDir + GroupFileName(head), [&](OutputFile &file) {
+    BinaryFile rewritten;
+    const auto writeAll = [&](OutputFile &file) {
         file.Write(GroupStoreHeader(length, count));
         file.Write(occurrences);
-    });
+    };
+    Rewrite(ResourceDir + GroupFileName(head), writeAll, rewritten);
     NoteChange(head);
     if (count == 1 && occurrences.find_first_not_of(' ') == std::string_view::npos) Written.erase(head);
 }
@@ -146,19 +177,11 @@ void OpenStore(Integer head) {
 
 void CloseStore() { OpenFile.Close(); }
 
-void WriteOccurrence() {
-    NeedStore();
-    OpenFile.Write(PositionOf(GroupLoadedOccurrence), std::string_view(GroupItems).substr(1));
-    if (GroupItems == StoredItems) return;
-    StoredItems = GroupItems;
-    NoteChange(OpenHead);
-}
+void WriteOccurrence() { PutOccurrence(GroupItems.substr(1)); }
 
-void ReadOccurrence(Integer index) {
-    GroupItems = " " + OpenFile.Read(PositionOf(index), GroupItemCount);
-    StoredItems = GroupItems;
-    GroupLoadedOccurrence = index;
-}
+void BlankOccurrence() { PutOccurrence(BlankRecord()); }
+
+void ReadOccurrence(Integer index) { Hold(OpenFile.Read(PositionOf(index), GroupItemCount), index); }
 
 void AppendBlankOccurrence() {
     const Integer count = ToInteger(GroupOccurrenceCount + 1);
@@ -174,11 +197,15 @@ void InsertBlankOccurrence(Integer at) {
     const long end = OpenFile.Size() + 1;
     RewriteStore(count, {{PositionOf(0), PositionOf(at)}}, BlankRecord(),
                  {{PositionOf(at), PositionOf(count - 1)}, {PositionOf(count), end}});
+    Hold(BlankRecord(), at);
 }
 
 void RemoveOccurrence(Integer at) {
     const Integer count = ToInteger(GroupOccurrenceCount - 1);
     const long end = OpenFile.Size() + 1;
+    // The one in hand from now on is read while nothing has changed yet: later it could not be put right.
+    const std::string items = OpenFile.Read(PositionOf(at == 0 ? 1 : at - 1), GroupItemCount);
     RewriteStore(count, {{PositionOf(0), PositionOf(at)}}, "",
                  {{PositionOf(at + 1L), PositionOf(count + 1L)}, {PositionOf(count), end}});
+    Hold(items, std::max<Integer>(ToInteger(at - 1), 0));
 }

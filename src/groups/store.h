@@ -15,8 +15,8 @@ struct GroupCounts {
 // The sum of the lengths of a group's members, in bytes.
 Integer GroupLength(Integer head);
 
-// The counts and all occurrences of a group's store, one string of Items x Occurrences bytes. Error 53 where it is
-// missing; error 62 where its header does not belong to the group.
+// The counts of a group's store and its occurrences, one string of at most Items x Occurrences bytes; those behind its
+// end are blank. Error 53 where the store is missing; error 62 where its header does not belong to the group.
 GroupCounts ReadStore(Integer head, std::string &occurrences);
 
 // Puts occurrences in the place of a group's store; error 6 for more than 32,767.
@@ -40,11 +40,14 @@ void CloseStore();
 // tells of it.
 void WriteOccurrence();
 
+// Makes the loaded occurrence blank, in the store and then in GroupItems().
+void BlankOccurrence();
+
 // Reads an occurrence into GroupItems(); it is the loaded one then.
 void ReadOccurrence(Integer index);
 
 // The commands on the set of occurrences. GroupOccurrenceCount follows once the store is whole again; after an error
 // both are what they were. Error 6 for occurrence 32,768.
 void AppendBlankOccurrence();
-void InsertBlankOccurrence(Integer at); // what was there, and all behind it, moves one up
-void RemoveOccurrence(Integer at);      // all behind it moves one down; the file keeps its length
+void InsertBlankOccurrence(Integer at); // what was there, and all behind it, moves one up; the new one is loaded
+void RemoveOccurrence(Integer at); // all behind it moves one down, the one before is loaded; the file keeps its length

@@ -1,7 +1,6 @@
 // Insert, delete and jump (table_commands.h).
 #include "groups/table_commands.h"
 
-#include "groups/occurrence.h"
 #include "groups/open_group.h"
 #include "groups/store.h"
 #include "main/main_window.h"
@@ -10,8 +9,6 @@
 #include "screen/selected_field.h"
 #include "screen/value_entry.h"
 
-#include <algorithm>
-
 namespace {
 
 void Insert() {
@@ -19,30 +16,20 @@ void Insert() {
     InsertBlankOccurrence(GroupLoadedOccurrence);
     AddRow(Quintave.TblFldNum, std::to_string(GroupOccurrenceCount));
     MarkChanged();
-    ShowOccurrence(GroupLoadedOccurrence);
+    ShowLoadedOccurrence();
     SetFocus(ActiveRows());
 }
 
 // A group keeps one occurrence, which is emptied instead.
-void EmptyOnlyOccurrence() {
-    ClearOccurrence();
-    WriteOccurrence();
-    ShowOccurrence(0);
-}
-
-void RemoveShownOccurrence() {
-    const Integer index = GroupLoadedOccurrence;
-    RemoveOccurrence(index);
-    RemoveRow(Quintave.TblFldNum, GroupOccurrenceCount);
-    ShowOccurrence(std::max<Integer>(ToInteger(index - 1), 0));
-}
-
 void Delete() {
     StoreShownOccurrence();
-    if (GroupOccurrenceCount == 1)
-        EmptyOnlyOccurrence();
-    else
-        RemoveShownOccurrence();
+    if (GroupOccurrenceCount == 1) {
+        BlankOccurrence();
+    } else {
+        RemoveOccurrence(GroupLoadedOccurrence);
+        RemoveRow(Quintave.TblFldNum, GroupOccurrenceCount);
+    }
+    ShowLoadedOccurrence();
     MarkChanged();
     SetFocus(ActiveRows());
 }

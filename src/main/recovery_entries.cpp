@@ -99,8 +99,9 @@ void PlaceOpenOccurrence(Integer head, std::string_view cells) {
     std::string occurrences;
     const GroupCounts counts = ReadStore(head, occurrences);
     const auto length = static_cast<std::size_t>(counts.Items);
-    Need(FieldInfo[head][Choice] < counts.Occurrences && cells.size() == length);
-    occurrences.replace(static_cast<std::size_t>(FieldInfo[head][Choice]) * length, length, cells);
+    const std::size_t first = static_cast<std::size_t>(FieldInfo[head][Choice]) * length;
+    Need(first < occurrences.size() && cells.size() == length);
+    occurrences.replace(first, length, cells);
     ReplaceStore(head, occurrences);
 }
 
@@ -120,6 +121,7 @@ void WriteEntries(const std::string &entries) {
     std::string occurrences;
     for (const Integer head : WrittenStores()) {
         ReadStore(head, occurrences);
+        if (occurrences.empty()) continue; // a store that somebody cut short to its counts
         file.Write(ItemLine(GroupKind, head, occurrences.size()));
         file.Write(occurrences);
         file.Write("\n");

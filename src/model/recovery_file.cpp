@@ -17,11 +17,6 @@ constexpr std::size_t SumDigits = 16;
 // A name of the kind that every start deletes what is left of.
 std::string UnfinishedPath() { return ResourceDir + StagedName(std::string(RecoveryName)); }
 
-std::string FreshPath() {
-    DeleteUnfinishedRecovery();
-    return UnfinishedPath();
-}
-
 // The last item: the checksum of all before it, in hexadecimal digits.
 std::string EndItem(const Checksum &sum) {
     std::array<char, SumDigits + 1> digits{};
@@ -70,7 +65,7 @@ void AddItem(std::string &items, std::string_view kind, Integer number, std::str
     items += '\n';
 }
 
-RecoveryWriter::RecoveryWriter() : file(FreshPath(), OutputFile::Access::New) { Write(FirstLine); }
+RecoveryWriter::RecoveryWriter() : file(UnfinishedPath(), OutputFile::Access::Own) { Write(FirstLine); }
 
 void RecoveryWriter::Write(std::string_view bytes) {
     sum.Add(bytes);
@@ -83,13 +78,7 @@ void RecoveryWriter::Close() {
     RenameFile(UnfinishedPath(), ResourceDir + std::string(RecoveryName));
 }
 
-void DeleteUnfinishedRecovery() {
-    try {
-        DeleteFile(UnfinishedPath());
-    } catch (const RuntimeError &) { // the next writer finds it in its way
-        return;
-    }
-}
+void DeleteUnfinishedRecovery() { TryToDelete(UnfinishedPath()); }
 
 bool ReadRecoveryFile(std::string &bytes, std::vector<RecoveryItem> &items) {
     bytes = ReadFile(ResourceDir + std::string(RecoveryName));

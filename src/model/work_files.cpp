@@ -6,6 +6,7 @@
 #include "platform/files.h"
 #include "platform/items.h"
 
+#include <utility>
 #include <vector>
 
 namespace {
@@ -55,6 +56,24 @@ void RefuseDirectories(const std::vector<std::string> &names) {
         if (DirectoryExists(ResourceDir + name)) throw RuntimeError{PathAccessError};
 }
 
+// Files of the resource directory that were given another name: the old one and the new one.
+using Renames = std::vector<std::pair<std::string, std::string>>;
+
+void Rename(const std::string &from, const std::string &to, Renames &done) {
+    RenameFile(ResourceDir + from, ResourceDir + to);
+    done.emplace_back(from, to);
+}
+
+// The last one first. Where no file can be given another name any more a copy does, and what cannot be taken back
+// leaves the others their turn.
+void TakeBack(const Renames &done) {
+    for (auto rename = done.rbegin(); rename != done.rend(); ++rename) {
+        const std::string from = ResourceDir + rename->second;
+        const std::string to = ResourceDir + rename->first;
+        if (FaultOf([&] { RenameFile(from, to); }) != 0) FaultOf([&] { CopyFile(from, to); });
+    }
+}
+
 } // namespace
 
 std::string ChoiceFileName(Integer element) { return NumberedName("LST", element); }
@@ -69,15 +88,18 @@ void DeleteWorkFiles() {
 void ReplaceWorkFiles(const TemplateContent &content) {
     DeleteMatching(ResourceDir, "*.$$$");
     std::vector<std::string> names;
+    Renames done;
     try {
         StageWorkFiles(content, names);
         RefuseDirectories(names);
+        for (const auto &name : MatchingNames(ResourceDir, "*.XXX")) Rename(name, name + ".$$$", done);
+        for (const auto &name : names) Rename(StagedName(name), name, done);
     } catch (const RuntimeError &) {
+        TakeBack(done);
         DeleteMatching(ResourceDir, "*.$$$");
         throw;
     }
-    DeleteMatching(ResourceDir, "*.XXX");
-    for (const auto &name : names) RenameFile(ResourceDir + StagedName(name), ResourceDir + name);
+    DeleteMatching(ResourceDir, "*.$$$");
 }
 
 std::string StagedName(const std::string &name) { return name.substr(0, name.size() - 3) + "$$$"; }

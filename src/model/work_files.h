@@ -14,7 +14,7 @@ std::string GroupFileName(Integer element);
 void DeleteWorkFiles();
 
 // Puts the choice lists and blank group stores of a template in the place of all work files. Where a new one cannot be
-// written, or its name is not to be had, it throws before the old ones are touched.
+// written, or its name is not to be had, it throws and the old ones are all there.
 void ReplaceWorkFiles(const TemplateContent &content);
 
 // The temporary name a work file is written under before it takes its own; the next start deletes what is left of one.

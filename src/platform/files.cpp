@@ -58,19 +58,31 @@ Integer ErrorOf(int number, const std::string &path) {
 
 [[noreturn]] void Fail(const std::string &path) { throw RuntimeError{ErrorOf(errno, path)}; }
 
+// A call that a signal interrupted is made again, as often as it takes.
+template <class Call> auto Repeated(const Call &call) {
+    auto result = call();
+    while (result < 0 && errno == EINTR) result = call();
+    return result;
+}
+
 int OpenHandle(const std::string &path, int flags, mode_t mode = 0) {
     if (path.empty() || path.find('\0') != std::string::npos) throw RuntimeError{BadFileName};
-    int handle = -1;
-    do handle = open(path.c_str(), flags | O_CLOEXEC, mode);
-    while (handle < 0 && errno == EINTR);
+    const int handle = Repeated([&] { return open(path.c_str(), flags | O_CLOEXEC, mode); });
     if (handle < 0) Fail(path);
     return handle;
 }
 
+// A work file is always a new one, for its owner alone: whatever had its name, be it a link or a file of somebody
+// else's, is taken away and not written into.
+int OpenOutput(const std::string &path, OutputFile::Access access) {
+    if (access == OutputFile::Access::User) return OpenHandle(path, O_WRONLY | O_CREAT | O_TRUNC, UserMode);
+    if (NameTaken(path)) DeleteFile(path);
+    return OpenHandle(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, OwnMode);
+}
+
 void WriteAll(int handle, std::string_view bytes) {
     while (!bytes.empty()) {
-        const ssize_t written = write(handle, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR) continue;
+        const ssize_t written = Repeated([&] { return write(handle, bytes.data(), bytes.size()); });
         if (written < 0) Fail("");
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
@@ -227,7 +239,7 @@ std::vector<std::string> MatchingNames(const std::string &directory, const std::
 }
 
 void DeleteMatching(const std::string &directory, const std::string &pattern) {
-    for (const auto &name : MatchingNames(directory, pattern)) unlink((directory + name).c_str());
+    for (const auto &name : MatchingNames(directory, pattern)) TryToDelete(directory + name);
 }
 
 std::string ReadFile(const std::string &path) {
@@ -240,8 +252,7 @@ std::string ReadFile(const std::string &path) {
     while (true) {
         if (length == bytes.size())
             bytes.resize(std::max({length * 2, static_cast<std::size_t>(status.st_size) + 1, HeldBytes}));
-        const ssize_t count = read(file.Number, bytes.data() + length, bytes.size() - length);
-        if (count < 0 && errno == EINTR) continue;
+        const ssize_t count = Repeated([&] { return read(file.Number, bytes.data() + length, bytes.size() - length); });
         if (count < 0) Fail(path);
         if (count == 0) break;
         length += static_cast<std::size_t>(count);
@@ -251,11 +262,15 @@ std::string ReadFile(const std::string &path) {
 }
 
 void DeleteFile(const std::string &path) {
-    if (unlink(path.c_str()) != 0 && errno != ENOENT) Fail(path);
+    if (Repeated([&] { return unlink(path.c_str()); }) != 0 && errno != ENOENT) Fail(path);
+}
+
+void TryToDelete(const std::string &path) {
+    Repeated([&] { return unlink(path.c_str()); });
 }
 
 void RenameFile(const std::string &from, const std::string &to) {
-    if (rename(from.c_str(), to.c_str()) != 0) Fail(to);
+    if (Repeated([&] { return rename(from.c_str(), to.c_str()); }) != 0) Fail(to);
 }
 
 int MakeFileBeside(std::string &path) {
@@ -272,11 +287,7 @@ void MakeDirectoryBeside(std::string &path) {
     if (mkdtemp(path.data()) == nullptr) Fail(wanted);
 }
 
-OutputFile::OutputFile(const std::string &path, Access access)
-    : handle(OpenHandle(path,
-                        O_WRONLY | O_CREAT | O_TRUNC | (access == Access::User ? 0 : O_NOFOLLOW) |
-                            (access == Access::New ? O_EXCL : 0),
-                        access == Access::User ? UserMode : OwnMode)) {}
+OutputFile::OutputFile(const std::string &path, Access access) : handle(OpenOutput(path, access)) {}
 
 OutputFile::OutputFile(int descriptor) : handle(descriptor) {}
 
@@ -294,18 +305,26 @@ void OutputFile::Write(std::string_view bytes) {
     if (held.size() >= HeldBytes) Flush();
 }
 
+void OutputFile::AllowAsMuchAs(const std::string &path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) Fail(path);
+    // Where that is not to be had, as on a file system without modes, it stays its owner's alone: no harm in that.
+    Repeated([&] { return fchmod(handle, status.st_mode & 07777); });
+}
+
 void OutputFile::Close(bool onDisk) {
     Flush();
     // A pipe or a device cannot be synchronised, and needs not be.
-    if (onDisk && fsync(handle) != 0 && errno != EINVAL) Fail("");
+    if (onDisk && Repeated([&] { return fsync(handle); }) != 0 && errno != EINVAL) Fail("");
     const int closing = handle;
     handle = -1;
     if (close(closing) != 0 && errno != EINTR) Fail("");
 }
 
 void BinaryFile::Open(const std::string &path) {
-    Close();
-    handle = OpenHandle(path, O_RDWR | O_NOFOLLOW);
+    BinaryFile opened; // the one before stays where this one cannot be opened
+    opened.handle = OpenHandle(path, O_RDWR | O_NOFOLLOW);
+    Swap(opened);
 }
 
 void BinaryFile::Close() {
@@ -331,9 +350,10 @@ std::string BinaryFile::Read(long position, long count) const {
     std::string bytes(static_cast<std::size_t>(count), ' ');
     std::size_t length = 0;
     while (length < bytes.size()) {
-        const ssize_t got =
-            pread(handle, bytes.data() + length, bytes.size() - length, position - 1 + static_cast<long>(length));
-        if (got < 0 && errno == EINTR) continue;
+        const ssize_t got = Repeated([&] {
+            return pread(handle, bytes.data() + length, bytes.size() - length,
+                         position - 1 + static_cast<long>(length));
+        });
         if (got < 0) Fail("");
         if (got == 0) break;
         length += static_cast<std::size_t>(got);
@@ -344,8 +364,7 @@ std::string BinaryFile::Read(long position, long count) const {
 void BinaryFile::Write(long position, std::string_view bytes) {
     if (position < 1) throw RuntimeError{InvalidCall};
     while (!bytes.empty()) {
-        const ssize_t written = pwrite(handle, bytes.data(), bytes.size(), position - 1);
-        if (written < 0 && errno == EINTR) continue;
+        const ssize_t written = Repeated([&] { return pwrite(handle, bytes.data(), bytes.size(), position - 1); });
         if (written < 0) Fail("");
         bytes.remove_prefix(static_cast<std::size_t>(written));
         position += written;
@@ -354,12 +373,10 @@ void BinaryFile::Write(long position, std::string_view bytes) {
 
 void CopyFile(const std::string &from, const std::string &to) {
     const std::string bytes = ReadFile(from);
-    struct stat status {};
-    if (stat(from.c_str(), &status) != 0) Fail(from);
     OutputFile copy(to, OutputFile::Access::Own);
+    copy.AllowAsMuchAs(from);
     copy.Write(bytes);
     copy.Close(true);
-    if (chmod(to.c_str(), status.st_mode & 07777) != 0) Fail(to);
 }
 
 bool LockDirectory(const std::string &directory) {

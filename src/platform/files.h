@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 // Divides a path at its last "/" or "\": the directory with it, the name behind it; no separator, no directory.
@@ -78,6 +79,9 @@ std::string ReadFile(const std::string &path);
 // Deletes one file; a missing one is no error.
 void DeleteFile(const std::string &path);
 
+// The same, but one that cannot be deleted stays without an error.
+void TryToDelete(const std::string &path);
+
 // Gives a file another name in place of whatever had it.
 void RenameFile(const std::string &from, const std::string &to);
 
@@ -89,8 +93,9 @@ void MakeDirectoryBeside(std::string &path);
 // Writes a file from its first byte, replacing an existing one at once; what was written before an error stays.
 class OutputFile {
 public:
-    // Own: a work file, which nobody else may read and which no link leads elsewhere. New: one that is not there yet.
-    enum class Access { User, Own, New };
+    // User: written into an existing file, through a link, too. Own: a work file, a new one in the place of whatever
+    // had its name, which nobody else may read.
+    enum class Access { User, Own };
 
     OutputFile(const std::string &path, Access access);
     explicit OutputFile(int descriptor); // takes over a file that is open for writing
@@ -99,6 +104,9 @@ public:
     OutputFile &operator=(const OutputFile &) = delete;
 
     void Write(std::string_view bytes);
+
+    // Lets everybody do with the file what they may do with another one.
+    void AllowAsMuchAs(const std::string &path);
 
     // Writes what is still held back, has it put on the disk where asked, and reports every delayed error.
     void Close(bool onDisk);
@@ -118,7 +126,8 @@ public:
     BinaryFile(const BinaryFile &) = delete;
     BinaryFile &operator=(const BinaryFile &) = delete;
 
-    void Open(const std::string &path); // error 53 where it is missing
+    void Open(const std::string &path); // error 53 where it is missing; the one open before is then still open
+    void Swap(BinaryFile &other) noexcept { std::swap(handle, other.handle); }
     bool IsOpen() const { return handle >= 0; }
     bool IsAt(const std::string &path) const; // the path leads to the very file that is open
     void Close();

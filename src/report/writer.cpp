@@ -67,7 +67,7 @@ void WriteMembers(OutputFile &file, Integer head, Integer end, std::string_view 
         if (IsSection(e)) WriteRecord(file, LevelOf(e), HeadingMarker, FieldTitle[e], "");
         if (!HasValue(e)) continue;
         const auto length = static_cast<std::size_t>(FieldInfo[e][KindItem]);
-        std::string value(cells.substr(cell, length));
+        std::string value(cells.substr(std::min(cell, cells.size()), length));
         WriteFieldValue(file, value, e);
         cell += length;
     }
@@ -80,8 +80,8 @@ void WriteGroup(OutputFile &file, Integer head, Integer end) {
     for (Integer k = 0; k < counts.Occurrences; ++k) {
         WriteRecord(file, LevelOf(head), OccurrenceMarker, FieldTitle[head],
                     std::string(OccurrenceText) + std::to_string(k + 1));
-        WriteMembers(file, head, end,
-                     std::string_view(occurrences).substr(static_cast<std::size_t>(k) * length, length));
+        const std::size_t first = std::min(static_cast<std::size_t>(k) * length, occurrences.size());
+        WriteMembers(file, head, end, std::string_view(occurrences).substr(first, length));
     }
     WriteRecord(file, LevelOf(head), GroupEndMarker, GroupEndTitle, "");
 }
@@ -120,7 +120,7 @@ void WriteElements(Writing &writing) {
 // version left by a program that was cut short, or the user's own.
 std::string FreeCopyName(const std::string &path) {
     std::string name = path + "~";
-    while (FileExists(name)) name += "~";
+    while (NameTaken(name)) name += "~";
     return name;
 }
 
@@ -134,7 +134,7 @@ std::string KeepEarlierVersion(const std::string &path) {
         CopyFile(path, kept);
         return kept;
     } catch (const RuntimeError &error) {
-        if (FileExists(kept)) DeleteFile(kept);
+        TryToDelete(kept);
         // A directory that takes no new file cannot keep the user from saving into the old one.
         if (error.Number != PermissionDenied && error.Number != PathAccessError) throw;
         return "";
@@ -157,7 +157,7 @@ void WriteReport(const std::string &path, bool temporary) {
     writing.File.Close(!temporary);
     if (kept.empty()) return;
     IncompleteReports.erase(path);
-    DeleteFile(kept);
+    TryToDelete(kept); // the report is whole, with or without it
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "support/template_lines.h"
 
 #include <filesystem>
+#include <sys/resource.h>
 
 using testing::IsEmpty;
 
@@ -50,6 +51,19 @@ TEST_F(HardGroup, AStoreThatCountsNoOccurrenceCountsTheOneThatIsShown) {
     PressEnter();
     PressCtrl('E');
     EXPECT_EQ(folder.Read("GRP00001.XXX"), Store(4, {"one"}));
+}
+
+TEST_F(HardGroup, AStoreOfFourBytesThatCountsAThousandMillionTakesNoMemoryForThem) {
+    StartWithGroup(32767);
+    folder.Write("GRP00001.XXX", StoreHeader(32767, 32767));
+    rusage before{};
+    getrusage(RUSAGE_SELF, &before);
+    const std::string report = SaveAs("a.rpx");
+    rusage after{};
+    getrusage(RUSAGE_SELF, &after);
+    EXPECT_THAT(Dialogs.Messages, IsEmpty());
+    EXPECT_NE(report.find("Occurrence #32767\""), std::string::npos);
+    EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 100'000); // kB
 }
 
 TEST_F(HardGroup, ATemplateIsLoadedWhileABoxIsOpen) {

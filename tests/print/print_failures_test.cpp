@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <new>
 #include <stdexcept>
+#include <sys/resource.h>
 
 namespace {
 
@@ -149,6 +150,21 @@ TEST_F(PrintFailure, TheDiskFillsUpInTheMiddle) {
     EXPECT_EQ(folder.Read("out.txt").size(), 100000U) << "what was written stays";
     PressFile("out.txt");
     EXPECT_EQ(folder.Read("out.txt").size(), TextHeader.size() + 5000 * std::string("Title| \r\n").size() + 5000 * 60);
+}
+
+// A column far beyond the line's end leaves room for one character a line, each behind 131,068 blanks.
+TEST_F(PrintFailure, TenKilobytesAtTheDeepestLevelAreAGigabyteOfTextThatIsNeverHeld) {
+    folder.Write("A.rpx", ReportText({ValueRecord(32767, "Title", std::string(9900, 'x'))}));
+    OpenFor("A.rpx");
+    Set({.Mode = NestedData});
+    rusage before{};
+    getrusage(RUSAGE_SELF, &before);
+    Dialogs.Texts = {"/dev/null"};
+    Press(Quintave.PrintFramePrint[ToFile]);
+    rusage after{};
+    getrusage(RUSAGE_SELF, &after);
+    ExpectEntryScreen();
+    EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 50'000); // kB
 }
 
 TEST_F(PrintFailure, TheOutputIsTheReportBeingPrinted) {
