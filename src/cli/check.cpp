@@ -50,11 +50,11 @@ void TellCutMember(Integer member) {
                                 " characters that the Fields Template File allows!");
 }
 
-// The element's help line begins with one of the words, letters in either case.
+// The element's help line begins with one of the words (upper case), letters in either case.
 bool IsRequired(Integer element, const std::vector<std::string> &words) {
     const std::string help = UpperCase(FieldExtra[element][HelpLine]);
     return std::any_of(words.begin(), words.end(), [&](const std::string &word) {
-        if (!help.starts_with(UpperCase(FromUtf8(word)))) return false;
+        if (!help.starts_with(word)) return false;
         // The word must end there: neither a letter nor a digit follows. A letter has two cases.
         const std::string behind = help.substr(word.size(), 1);
         return behind == LowerCase(behind) && (behind.empty() || behind[0] < '0' || behind[0] > '9');
@@ -111,11 +111,22 @@ void CheckReport(const std::string &path, const std::vector<std::string> &words)
     if (fault != 0) Raise(TellFileError(path, fault));
 }
 
+// The words of --require, upper case.
+std::vector<std::string> WantedWords(const Arguments &arguments) {
+    std::vector<std::string> words;
+    const auto given = arguments.Given.find("require");
+    if (given == arguments.Given.end()) return words;
+    for (const std::string &word : given->second) {
+        if (word.empty()) throw UsageError{"--require needs a word"};
+        words.push_back(UpperCase(FromUtf8(word)));
+    }
+    return words;
+}
+
 } // namespace
 
 int CheckReports(const Arguments &arguments) {
-    const auto words = arguments.Given.find("require");
-    const std::vector<std::string> wanted = words == arguments.Given.end() ? std::vector<std::string>{} : words->second;
+    const std::vector<std::string> wanted = WantedWords(arguments);
     if (!LoadTemplateOf(arguments)) return FileFault;
     InstancesMeant = arguments.Has("add");
     Dialogs.Reply = AnswerLoad;

@@ -1,13 +1,13 @@
 // quintave-cli check-template: what is wrong with templates.
 #include "cli/commands.h"
 #include "cli/files.h"
+#include "cli/lost_fields.h"
 #include "cli/messages.h"
 #include "cli/options.h"
 #include "cli/rooms.h"
 #include "cli/template_walk.h"
 #include "model/field_model.h"
 #include "platform/console/answers.h"
-#include "report/title_index.h"
 
 #include <algorithm>
 #include <map>
@@ -23,67 +23,30 @@ Answer KeepRefusal(const ShownMessage &message) {
     return DefaultAnswer(message.Style);
 }
 
-// The element that a report gives a value to, which was written for another one: its own titles and those of what
-// stands around it have been noted.
-Integer ElementFor(Integer element) {
-    const Integer level = LevelOf(element);
-    NoteTitleRead(level, FieldTitle[element]);
-    const Integer group = FieldGroup[element];
-    const Target target = IsGroupStart(element) ? Target::Group : group != 0 ? Target::Member : Target::Field;
-    return FindElement(level, FieldTitle[element], target, target == Target::Member ? group : Integer{0});
-}
-
-bool IsTarget(Integer element) { return HasValue(element) || IsGroupStart(element); }
-
-bool IsHeading(Integer element) { return IsSection(element) || IsGroupStart(element); }
-
-// What a report has above an element where nothing else is filled in: sections, and the group it is a member of.
-std::vector<Integer> HeadingsAround(std::vector<Integer> &open, Integer element) {
-    const bool isGroupEnd = FieldInfo[element][TypeCode] == GroupMark && !IsGroupStart(element);
-    const Integer level = LevelOf(isGroupEnd ? FieldGroup[element] : element);
-    while (!open.empty() && LevelOf(open.back()) >= level) open.pop_back();
-    const std::vector<Integer> around = open;
-    if (IsHeading(element)) open.push_back(element);
-    return around;
-}
-
 long LineOf(const TemplateWalk &walk, Integer element) {
     const auto place = static_cast<std::size_t>(element - 1);
     return place < walk.Lines.size() ? walk.Lines[place] : 0;
 }
 
-std::string LostText(const TemplateWalk &walk, Integer element, Integer taker) {
-    const std::string path = TitlePath(element);
-    if (taker == 0) return "A report cannot give " + path + " back";
-    const std::string line = "line " + std::to_string(LineOf(walk, taker));
-    return TitlePath(taker) == path ? "The title path " + path + " is that of " + line + ", too, which takes all values"
-                                    : "A report cannot give " + path + " back: " + line + " takes its values";
+std::string LineText(const TemplateWalk &walk, Integer element) {
+    return "line " + std::to_string(LineOf(walk, element));
 }
 
-// Who takes the value of each field that does not get it back itself; 0 for nobody. Each field is tried alone in a
-// report, then all of them in one.
-std::map<Integer, Integer> FindLost() {
-    std::map<Integer, Integer> takers;
-    const auto tryElement = [&](Integer e) {
-        const Integer taker = ElementFor(e);
-        if (taker != e) takers.try_emplace(e, taker);
-    };
-    std::vector<Integer> open;
-    for (int number = 1; number <= NumFields; ++number) {
-        const Integer e = ToInteger(number);
-        const std::vector<Integer> around = HeadingsAround(open, e);
-        if (!IsTarget(e)) continue;
-        ForgetTitlesRead();
-        for (const Integer heading : around) NoteTitleRead(LevelOf(heading), FieldTitle[heading]);
-        tryElement(e);
+void CheckPaths(TemplateWalk &walk) {
+    const std::map<Integer, Integer> equal = FindEqualPaths();
+    LostFields lost = FindLostFields();
+    for (const auto &[element, first] : equal) {
+        const bool takes = lost.Takers.erase(element) != 0;
+        walk.Faults.push_back({LineOf(walk, element), "The title path " + TitlePath(element) + " is that of " +
+                                                          LineText(walk, first) + ", too" +
+                                                          (takes ? ", which may take its values" : "")});
     }
-    ForgetTitlesRead();
-    for (int number = 1; number <= NumFields; ++number) {
-        const Integer e = ToInteger(number);
-        if (IsSection(e)) NoteTitleRead(LevelOf(e), FieldTitle[e]);
-        if (IsTarget(e)) tryElement(e);
-    }
-    return takers;
+    for (const auto &[element, taker] : lost.Takers)
+        walk.Faults.push_back({LineOf(walk, element), "A report may not give " + TitlePath(element) +
+                                                          " back: " + LineText(walk, taker) + " may take its values"});
+    if (!lost.AllCompared)
+        walk.Faults.push_back(
+            {1, "There are too many equal titles to find all values that a report may not give back"});
 }
 
 // What only the loaded template shows.
@@ -94,8 +57,7 @@ void CheckLoaded(const std::string &path, const std::string &bytes, TemplateWalk
         walk.Faults.push_back({0, "A load refuses it: " + Refusal});
         return;
     }
-    for (const auto &[element, taker] : FindLost())
-        walk.Faults.push_back({LineOf(walk, element), LostText(walk, element, taker)});
+    CheckPaths(walk);
 }
 
 int CheckOne(const std::string &path) {

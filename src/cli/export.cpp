@@ -46,6 +46,5 @@ int ExportReport(const Arguments &arguments) {
         result.File().Write(format->Write(report));
         result.Close();
     });
-    if (fault == 0) return NothingFound;
-    return TellFileError(output.empty() || output == "-" ? "standard output" : output, fault);
+    return fault == 0 ? static_cast<int>(NothingFound) : TellFileError(OutputName(output), fault);
 }

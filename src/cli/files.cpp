@@ -17,6 +17,21 @@ constexpr mode_t ModeBits = 07777;
 
 bool IsStandard(const std::string &path) { return path.empty() || path == "-"; }
 
+// Both are one regular file, whatever names they have; of a terminal and the like several may hold an end.
+bool IsSame(const struct stat &a, const struct stat &b) {
+    return S_ISREG(a.st_mode) && a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+// What an input is; nothing where it cannot be found.
+struct stat StatusOf(const std::string &input) {
+    struct stat status {};
+    if (input == "-")
+        fstat(STDIN_FILENO, &status);
+    else
+        stat(input.c_str(), &status);
+    return status;
+}
+
 std::string ReadStandardInput() {
     std::string bytes;
     std::array<char, 65536> part{};
@@ -43,19 +58,27 @@ mode_t UsualMode() {
 
 } // namespace
 
-std::string ReadInput(const std::string &path) { return path == "-" ? ReadStandardInput() : ReadFile(path); }
+std::string ReadInput(const std::string &path) {
+    struct stat output {};
+    if (fstat(STDOUT_FILENO, &output) == 0 && IsSame(output, StatusOf(path))) throw RuntimeError{FileAlreadyOpen};
+    return path == "-" ? ReadStandardInput() : ReadFile(path);
+}
+
+std::string OutputName(const std::string &path) { return IsStandard(path) ? "standard output" : path; }
 
 Result::Result(std::string path, const std::vector<std::string> &inputs) : place(std::move(path)) {
-    for (const std::string &input : inputs)
-        if (!IsStandard(place) && IsSameFile(input, place)) throw RuntimeError{FileAlreadyOpen};
-    struct stat status {};
     if (IsStandard(place)) {
         file = std::make_unique<OutputFile>(dup(STDOUT_FILENO));
-    } else if (stat(place.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
-        file = std::make_unique<OutputFile>(place, OutputFile::Access::User); // a device or a pipe keeps its place
-    } else {
-        OpenBeside();
+        return;
     }
+    struct stat status {};
+    const bool exists = stat(place.c_str(), &status) == 0;
+    for (const std::string &input : inputs)
+        if (exists && IsSame(status, StatusOf(input))) throw RuntimeError{FileAlreadyOpen};
+    if (exists && !S_ISREG(status.st_mode))
+        file = std::make_unique<OutputFile>(place, OutputFile::Access::User); // a device or a pipe keeps its place
+    else
+        OpenBeside();
 }
 
 void Result::OpenBeside() {

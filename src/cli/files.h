@@ -8,8 +8,12 @@
 #include <string>
 #include <vector>
 
-// The bytes of a file, of standard input where it is "-". The errors of ReadFile.
+// The bytes of a file, of standard input where it is "-". Error 55 where standard output would write to it; the errors
+// of ReadFile.
 std::string ReadInput(const std::string &path);
+
+// What messages about an output name.
+std::string OutputName(const std::string &path);
 
 // An output being written. Without a path, or with "-", it is standard output.
 class Result {

@@ -41,11 +41,12 @@ bool LoadOne(const std::string &path) {
 }
 
 void Save(const Arguments &arguments) {
-    Present = arguments.Last("output");
+    const std::string output = arguments.Last("output");
+    Present = OutputName(output);
     std::vector<std::string> inputs = arguments.Files;
     inputs.push_back(arguments.Last("template"));
     const Integer fault = FaultOf([&] {
-        Result result(Present, inputs);
+        Result result(output, inputs);
         const std::string path = result.Staged().empty() ? WorkFolder() + "merged.rpx" : result.Staged();
         SplitPath(path, ReportFileDir, ReportFileName);
         if (!WriteReportFile()) return; // the message has been told

@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -20,6 +21,12 @@ void ClearProgress() {
     if (!ProgressShown) return;
     std::fputs("\r\033[K", stderr);
     ProgressShown = false;
+}
+
+// What reads from a pipe may show its own lines on the terminal.
+bool IsPipe(int descriptor) {
+    struct stat status {};
+    return fstat(descriptor, &status) == 0 && (S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode));
 }
 
 bool IsControl(char c) { return static_cast<unsigned char>(c) < 32 || c == 127; }
@@ -71,7 +78,7 @@ bool EndResults() {
 }
 
 void ShowProgress(std::size_t done, std::size_t all) {
-    static const bool onTerminal = isatty(STDERR_FILENO) == 1;
+    static const bool onTerminal = isatty(STDERR_FILENO) == 1 && !IsPipe(STDOUT_FILENO);
     static std::chrono::steady_clock::time_point last;
     const auto now = std::chrono::steady_clock::now();
     if (!onTerminal || all < ManyFiles || now - last < ProgressPause) return;

@@ -51,9 +51,11 @@ const Option *FindOption(std::span<const Option> options, int found) {
     return match == options.end() ? nullptr : &*match;
 }
 
-void CheckFileCount(const Command &command, std::size_t count) {
+void CheckFiles(const Command &command, const std::vector<std::string> &files) {
+    const std::size_t count = files.size();
     if (count < command.LeastFiles) throw UsageError{"missing " + std::string(command.Operands)};
     if (count > command.MostFiles) throw UsageError{"too many files: " + std::string(command.Operands) + " wanted"};
+    if (std::count(files.begin(), files.end(), "-") > 1) throw UsageError{std::string(InputReadOnce)};
 }
 
 } // namespace
@@ -74,7 +76,7 @@ Arguments ReadArguments(const Command &command, int count, char **texts) {
         arguments.Given[option->Name].emplace_back(optarg != nullptr ? optarg : "");
     }
     arguments.Files.assign(texts + optind, texts + count);
-    CheckFileCount(command, arguments.Files.size());
+    CheckFiles(command, arguments.Files);
     return arguments;
 }
 

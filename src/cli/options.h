@@ -43,6 +43,8 @@ struct UsageError {
     std::string Text;
 };
 
+inline constexpr std::string_view InputReadOnce = "standard input can be read only once";
+
 std::span<const Command> Commands();
 
 // What follows the command's name. Throws UsageError.

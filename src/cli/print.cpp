@@ -3,6 +3,7 @@
 #include "cli/files.h"
 #include "cli/messages.h"
 #include "cli/options.h"
+#include "cli/rooms.h"
 #include "main/main_window.h"
 #include "model/field_model.h"
 #include "platform/codepage.h"
@@ -67,21 +68,19 @@ int PrintReport(const Arguments &arguments) {
     const std::string &report = arguments.Files[0];
     const std::string output = arguments.Last("output");
     SetPanel(arguments);
-    std::string present = report; // what a fault is about
-    bool isReport = false;
+    ItemInput input;
+    if (const Integer fault = FaultOf([&] { input = ItemsOf(ReadInput(report)); }); fault != 0)
+        return TellFileError(report, fault);
+    SetNames(arguments, input);
+    const bool isReport = ReadReportHeader(input);
+    input.At = 0;
     const Integer fault = FaultOf([&] {
-        ItemInput input = ItemsOf(ReadInput(report));
-        SetNames(arguments, input);
-        present = output;
         Result result(output, arguments.Files);
-        present = report;
-        isReport = ReadReportHeader(input);
-        input.At = 0;
         const Integer damage = FaultOf([&] { WriteTextPrint(input, result.File()); });
         if (damage == 0 || result.Staged().empty()) result.Close(); // what could be read goes to standard output
         if (damage != 0) throw RuntimeError{damage};
     });
-    if (fault != 0) return TellFileError(present.empty() || present == "-" ? "standard output" : present, fault);
+    if (fault != 0) return TellFileError(IsReportFault(fault) ? report : OutputName(output), fault);
     if (isReport) return NothingFound;
     TellMessage(report, 1, HeaderFailure);
     return FileFault;

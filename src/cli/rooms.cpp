@@ -13,7 +13,14 @@
 #include "platform/console/answers.h"
 #include "platform/files.h"
 
+#include <algorithm>
 #include <filesystem>
+
+namespace {
+
+constexpr int MostTitles = 20; // in a path that is told
+
+} // namespace
 
 bool LoadTemplate(const std::string &path, const std::string &bytes) {
     ConnectMainWindow();
@@ -36,6 +43,8 @@ bool LoadTemplateOf(const Arguments &arguments) {
     static std::string path;
     path = arguments.Last("template");
     if (path.empty()) throw UsageError{"missing --template FILE.ftf"};
+    const std::vector<std::string> &files = arguments.Files;
+    if (path == "-" && std::count(files.begin(), files.end(), "-") > 0) throw UsageError{std::string(InputReadOnce)};
     Dialogs.Reply = [](const ShownMessage &message) {
         TellMessage(path, 0, message.Text);
         return DefaultAnswer(message.Style);
@@ -61,11 +70,15 @@ bool IsReportFault(Integer number) { return number == Overflow || number == Type
 std::string TitlePath(Integer element) {
     std::string path = FieldTitle[element];
     Integer level = LevelOf(element);
-    for (Integer e = ToInteger(element - 1); e > 0; --e) {
-        const bool encloses = IsSection(e) || (IsGroupStart(e) && FieldGroup[element] == e);
-        if (!encloses || LevelOf(e) >= level) continue;
+    int titles = 1;
+    for (Integer e = ToInteger(element - 1); e > 0 && level > 0; --e) {
+        if (IsGroupEnd(e) || LevelOf(e) >= level) continue;
+        level = LevelOf(e); // a title without a value also ends the headings before it
+        const Integer group = IsGroupStart(e) ? e : FieldGroup[e];
+        const bool encloses = (IsSection(e) || group == e) && (group == 0 || group == FieldGroup[element]);
+        if (!encloses) continue;
+        if (++titles > MostTitles) return "... / " + path;
         path = FieldTitle[e] + " / " + path;
-        level = LevelOf(e);
     }
     return path;
 }

@@ -60,7 +60,9 @@ class Behaviour(program.CliTest):
                           ["merge", "-t", "SITE.FTF", "-o", "o.rpx", "a.rpx"],
                           ["merge", "--add", "-o", "o.rpx", "a.rpx"],
                           ["merge", "-t", "SITE.FTF", "--add", "--overwrite", "-o", "o.rpx", "a.rpx"],
-                          ["merge", "-t", "SITE.FTF", "--add", "a.rpx"]):
+                          ["merge", "-t", "SITE.FTF", "--add", "a.rpx"],
+                          ["check", "-t", "SITE.FTF", "--require", "", "a.rpx"], ["diff", "-", "-"],
+                          ["check", "-t", "-", "-"]):
             with self.subTest(arguments):
                 status, out, err = self.run_cli(*arguments)
                 self.assertEqual((status, out), (2, b""))
@@ -108,6 +110,17 @@ class Behaviour(program.CliTest):
                 self.assertEqual((self.folder / "a.rpx").read_bytes(), REPORT)
         self.assertEqual(self.run_cli("merge", "-t", "SITE.FTF", "--add", "a.rpx", "-o", "SITE.FTF")[0], 3)
         self.assertEqual((self.folder / "SITE.FTF").read_bytes(), TEMPLATE)
+
+    def test_an_input_that_comes_through_standard_input_is_no_output_either(self):
+        for arguments in ("print - -o a.rpx", "export -f csv - -o a.rpx", "merge -t SITE.FTF --add -o a.rpx -",
+                          "print - >>a.rpx", "print b.rpx >>b.rpx", "check -t SITE.FTF b.rpx >>b.rpx",
+                          "check-template SITE.FTF >>SITE.FTF", "diff a.rpx b.rpx >>b.rpx"):
+            done = subprocess.run(["bash", "-c", f"'{program.PATH}' {arguments} <a.rpx"], cwd=self.folder, env=self.env,
+                                  capture_output=True, timeout=60)
+            self.assertEqual((done.returncode, done.stdout), (3, b""), arguments)
+            self.assertIn(b"Error: 55 - File already open\n", done.stderr)
+            self.assertEqual([(self.folder / name).read_bytes() for name in ("a.rpx", "b.rpx", "SITE.FTF")],
+                             [REPORT, WRONG, TEMPLATE])
 
     def test_an_output_takes_its_place_when_it_is_whole(self):
         self.write("out.txt", b"old")
@@ -161,10 +174,11 @@ class Behaviour(program.CliTest):
             signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
             resource.setrlimit(resource.RLIMIT_FSIZE, (100_000, 100_000))
 
-        run = self.start("export", "-f", "csv", "long.rpx", "-o", "out.csv", preexec_fn=small_files)
-        self.assertEqual(run.communicate(timeout=60), (b"", b"quintave-cli: out.csv: Error: 61 - Disk full\n"))
-        self.assertEqual(run.returncode, 3)
-        self.assertEqual((self.folder / "out.csv").read_bytes(), b"old")
+        for arguments in (["export", "-f", "csv"], ["print"]):
+            run = self.start(*arguments, "long.rpx", "-o", "out.csv", preexec_fn=small_files)
+            self.assertEqual(run.communicate(timeout=60), (b"", b"quintave-cli: out.csv: Error: 61 - Disk full\n"))
+            self.assertEqual(run.returncode, 3)
+            self.assertEqual((self.folder / "out.csv").read_bytes(), b"old")
         wait_for(lambda: not list(self.folder.glob("out.csv.*")), "the end of the half-written output")
 
     def test_a_pipe_that_closes_early_ends_it_quietly(self):
@@ -214,8 +228,14 @@ class Behaviour(program.CliTest):
     def test_progress_on_a_terminal_alone(self):
         files = ["a.rpx"] * 4000
         self.assertEqual(self.run_cli("check", "-t", "SITE.FTF", *files), (0, b"", ""))
+        self.assertEqual(self.shown_on_a_terminal(files, subprocess.PIPE), b"")  # where the reader shows its own
+        with open(self.folder / "found.txt", "wb") as found:
+            self.assertRegex(self.shown_on_a_terminal(files, found), rb"\A(\r\d+ of 4000)+\r\x1b\[K\Z")
+
+    def shown_on_a_terminal(self, files, output):
+        """What a check of good files writes on the terminal that is its standard error."""
         own, terminal = pty.openpty()
-        run = self.start("check", "-t", "SITE.FTF", *files, stderr=terminal)
+        run = self.start("check", "-t", "SITE.FTF", *files, stdout=output, stderr=terminal)
         os.close(terminal)
         shown = b""
         try:
@@ -224,8 +244,8 @@ class Behaviour(program.CliTest):
         except OSError as error:  # the other side has been closed
             self.assertEqual(error.errno, errno.EIO)
         os.close(own)
-        self.assertEqual((run.communicate(timeout=60)[0], run.returncode), (b"", 0))
-        self.assertRegex(shown, rb"\A(\r\d+ of 4000)+\r\x1b\[K\Z")
+        self.assertEqual((run.communicate(timeout=60)[0] or b"", run.returncode), (b"", 0))
+        return shown
 
     def test_a_thousand_reports_in_one_run(self):
         names = []
@@ -243,6 +263,15 @@ class Behaviour(program.CliTest):
         wanted = b"empty.rpx: The field Citation / Title is empty! Its help line reads: Mandatory.\n"
         for files in (["a.rpx", "empty.rpx"], ["empty.rpx", "a.rpx"], ["a.rpx", "empty.rpx", "a.rpx"]):
             self.assertEqual(self.run_cli("check", "-t", "SITE.FTF", "--require", "mandatory", *files), (1, wanted, ""))
+
+    def test_a_required_word_is_a_whole_word_in_any_letters(self):
+        self.write("T.FTF", program.template('1,20,"TEXT","One","Obligé : le titre.",""',
+                                             '1,20,"TEXT","Two","Obligée",""', '1,20,"TEXT","Three","Facultatif",""'))
+        self.write("empty.rpx", program.report())
+        for word in ("obligé", "OBLIGÉ"):
+            found = self.run_cli("check", "-t", "T.FTF", "--require", word, "empty.rpx")
+            self.assertEqual((found[0], found[1].decode()),
+                             (1, "empty.rpx: The field One is empty! Its help line reads: Obligé : le titre.\n"))
 
     @unittest.skipUnless(os.geteuid() == 0, "only the superuser can become somebody else")
     def test_a_file_that_may_not_be_read(self):

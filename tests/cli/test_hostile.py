@@ -77,6 +77,15 @@ class Hostile(program.CliTest):
                 with self.subTest(seed):
                     self.assertRegex(line, r"\Abad\.ftf:\d+: ")
 
+    def test_more_than_can_be_counted(self):
+        """In 16 bits: elements and choices."""
+        for records, line in ((['1,9,"TEXT","Title","",""'] * 32_768, 32_769),
+                              (['1,9,"LIST","Kind","",""', *['"A"'] * 32_768, '"XXX-1XXX"'], 2)):
+            self.write("SITE.FTF", program.template(*records))
+            _, found, _ = self.run_to_an_end("check-template", "SITE.FTF")
+            self.assertIn(f"SITE.FTF:{line}: A load refuses it: Error: 6 - Overflow: ".encode(), found)
+            self.assertEqual(self.run_to_an_end("check", "-t", "SITE.FTF", "whole.rpx")[0], 3)
+
     def test_random_bytes(self):
         chance = random.Random(7)
         for _ in range(5):

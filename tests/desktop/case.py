@@ -11,6 +11,7 @@ The desktop itself is in desk.py.
 """
 
 import contextlib
+import subprocess
 import tempfile
 import unittest
 from pathlib import Path
@@ -56,6 +57,12 @@ class DesktopTest(unittest.TestCase):
     def report(self, *records):
         """The bytes of a report on the test's template."""
         return lines(f'0,"QuintaveV2","{self.NAME}"', *records)
+
+    def without_window(self, desk, *arguments):
+        """Runs quintave-cli beside the program, in its working directory, over the test's template."""
+        program = desk.program.with_name("quintave-cli")
+        done = subprocess.run([program, *arguments], cwd=desk.cwd, capture_output=True, timeout=60)
+        self.assertIn(done.returncode, (0, 1), done.stderr.decode())
 
     def assert_message(self, desk, title, text, buttons, icon="", default=None):
         """Waits for the message box of this title and compares everything that it shows."""

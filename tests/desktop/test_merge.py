@@ -66,12 +66,15 @@ class Merge(DesktopTest):
         self.assert_message(desk, FIELD_TITLE, UNKNOWN, ["Yes", "No"])
         reply(desk, "Yes")
 
-    def save_merged(self, desk):
-        """The merged screen belongs to neither file: Save asks for a name."""
+    def save_merged(self, desk, answer, *reports):
+        """The merged screen belongs to neither file: Save asks for a name. The program without a window merges alike."""
         desk.wait_focus("Fields")
         desk.key("ctrl+s")
         path = desk.cwd / "merged.rpx"
         save_as(desk, path)
+        option = {"Yes": "--overwrite", "No": "--add"}[answer]
+        self.without_window(desk, "merge", "--template", desk.resources / self.NAME, option, "-o", "same.rpx", *reports)
+        self.assertEqual((desk.cwd / "same.rpx").read_bytes(), path.read_bytes())
         return path.read_bytes()
 
     def test_yes_replaces_what_is_on_the_screen(self):
@@ -79,14 +82,14 @@ class Merge(DesktopTest):
             self.load_both(desk, "Yes")
             self.assert_message(desk, LIST_TITLE, REFUSED, ["OK"], "yellow")
             desk.key("Enter")
-            self.assertEqual(self.save_merged(desk), self.report(
+            self.assertEqual(self.save_merged(desk, "Yes", self.first, self.second), self.report(
                 '1,-1,"Citation",""', '2,1,"Title","Second"', '2,1,"Author","Cy"',
                 *self.place(1, "Lynn"), '3,2,"Notes","on the"', '"coast"', self.END))
 
     def test_no_adds_to_what_is_on_the_screen(self):
         with self.desk() as desk:
             self.load_both(desk, "No")
-            self.assertEqual(self.save_merged(desk), self.report(
+            self.assertEqual(self.save_merged(desk, "No", self.first, self.second), self.report(
                 '1,-1,"Citation",""', '2,1,"Title","First"', '2,1,"Title","Second"',
                 '2,1,"Author","Ann"', '2,1,"Author","Ben"', '2,1,"Author","Cy"',
                 '2,1,"Kind","Maps"', '2,1,"Kind","Glaciers"',
@@ -104,7 +107,8 @@ class Merge(DesktopTest):
                 self.assert_message(desk, OVER_TITLE, OVER_GROUPS, ["Yes", "No"])
                 reply(desk, answer)
                 occurrences = [text for k, name in enumerate(names) for text in self.place(k + 1, name)]
-                self.assertEqual(self.save_merged(desk), self.report('1,-1,"Citation",""', *occurrences, self.END))
+                self.assertEqual(self.save_merged(desk, answer, path, path),
+                                 self.report('1,-1,"Citation",""', *occurrences, self.END))
 
     def test_no_at_an_unknown_field_stops_and_keeps_what_was_loaded(self):
         with self.desk() as desk:

@@ -2,7 +2,7 @@
 
 import time
 
-from case import DesktopTest, cancel_dialog, fill, lines, reply, start_entry
+from case import DesktopTest, cancel_dialog, fill, lines, reply, save_as, start_entry
 from desk import ROOT
 from print_server import PrintServer
 
@@ -179,11 +179,19 @@ class FailingPrinterTest(PrintTest):
 
 
 class TextFileTest(PrintTest):
+    def assert_printed_alike_without_window(self, desk, printed, *options):
+        """quintave-cli makes the same file of the report that the screen is saved as."""
+        desk.key("ctrl+s")
+        save_as(desk, desk.cwd / "screen.rpx")
+        self.without_window(desk, "print", "screen.rpx", "-o", "wells.txt", *options)
+        self.assertEqual((desk.cwd / "wells.txt").read_bytes(), printed)
+
     def test_the_screen_line_by_line(self):
         with self.desk() as desk:
             self.fill_screen(desk)
             open_panel(desk)
-            self.assertEqual(self.print_to_file(desk, self.new_folder() / "wells.txt"), lines(
+            printed = self.print_to_file(desk, self.new_folder() / "wells.txt")
+            self.assertEqual(printed, lines(
                 f"{today()} [TEST.FTF]; Quintave Report for WELLS.TXT",
                 " ",
                 "",
@@ -193,6 +201,7 @@ class TextFileTest(PrintTest):
                 "Title| Wells",
                 "Abstract| Water levels of twelve wells, read by hand each month and checked ",
                 "against the logger of the oldest one."))
+            self.assert_printed_alike_without_window(desk, printed)
 
     def test_options_chosen_by_keys(self):
         with self.desk() as desk:
@@ -207,7 +216,8 @@ class TextFileTest(PrintTest):
             self.assertEqual(desk.text_of("Spaces to indent data"), "75")
             choose(desk, "': '")
             self.assertEqual(desk.text_of("Spaces to indent data"), "60")
-            self.assertEqual(self.print_to_file(desk, self.new_folder() / "wells.txt"), lines(
+            printed = self.print_to_file(desk, self.new_folder() / "wells.txt")
+            self.assertEqual(printed, lines(
                 f"{today()} [TEST.FTF]; Quintave Report for WELLS.TXT",
                 " ",
                 "Citation: ",
@@ -220,6 +230,8 @@ class TextFileTest(PrintTest):
                 " " * 60 + "and checked against ",
                 " " * 60 + "the logger of the ",
                 " " * 60 + "oldest one."))
+            self.assert_printed_alike_without_window(desk, printed, "--mode", "titles", "--below", "--indent", "60",
+                                                     "--separator", ": ")
 
     def test_cancelling_the_dialog_keeps_the_panel_and_cancel_leaves_it(self):
         with self.desk() as desk:
