@@ -40,8 +40,8 @@ constexpr std::array<Command, 6> Table{{
     {"check-template",
      "FILE.ftf...",
      "Tell what is wrong with templates, by line",
-     "Told is what a load would refuse, and what would surprise later: titles that are shown cut, fields that a\n"
-     "report could not give back, choices that are too long or that no letter reaches.\n"
+     "Told is what a load would refuse, and what would surprise later: titles that are shown cut or come\n"
+     "twice, fields whose values another one may take, choices that are too long or that no letter reaches.\n"
      "A file named - is standard input.\n",
      1,
      AnyNumber,

@@ -15,7 +15,8 @@ class Element:
     def template(self):
         if self.kind == 2:
             return [f'{self.level},2,"GROUP START","{self.title}","",""',
-                    *(line for member in self.members for line in member.template()), f'{self.level},0,"GROUP END","","",""']
+                    *(line for member in self.members for line in member.template()),
+                    f'{self.level},0,"GROUP END","","",""']
         return [f'{self.level},{self.kind},"{"TEXT" if self.kind > 1 else ""}","{self.title}","",""']
 
 
@@ -57,7 +58,10 @@ def report_of(elements, filled):
         if element.kind == 2:
             yield f'{element.level},-9,"{element.title}","REPEATING GROUP, Occurrence #1"'
             for member in element.members:
-                yield from [f'{member.level},-1,"{member.title}",""'] if member.kind < 0 else value_record(member, filled)
+                if member.kind < 0:
+                    yield f'{member.level},-1,"{member.title}",""'
+                else:
+                    yield from value_record(member, filled)
             yield f'{element.level},-99,"END REPEATING GROUP",""'
 
 
