@@ -9,10 +9,10 @@ namespace {
 
 constexpr int ListColumns = 65; // the longest row, 63 dashes and blanks, and the scroll bar
 constexpr int ListLines = 8;    // the fewest that are still a list
-constexpr int EntryLines = 10;  // room below the list for the box or the choices of the selected row
+constexpr int EntryLines = 9;   // room below the list for the box or the choices of the selected row
 constexpr int ChoiceLines = 6;  // leaves room for the box of another value below the choices
 constexpr int Filling = 1000;   // share of a part beside which a Space gets nothing
-constexpr int SectionLines = 5; // section, heading, heading in a heading ...
+constexpr int SectionLines = 4; // section, heading, heading in a heading ...; more where the window is larger
 constexpr int SectionColumns = 26;
 constexpr int NoteColumns = 56;
 constexpr int OptionColumns = 38;
@@ -58,7 +58,7 @@ Place StartFrame() {
 
 Place GroupFrame() {
     return Frame(Q.TableFrame,
-                 {One(Q.List1[GroupList], ListColumns, ListLines - 3, 1),
+                 {One(Q.List1[GroupList], ListColumns, ListLines - 4, 1),
                   Row({Frame(Q.GrpCommands,
                              {Row({One(Q.FldChange[Previous]), One(Q.FldChange[Top]), One(Q.FldChange[Next]),
                                    One(Q.FldChange[Bottom]), One(Q.TblFldInsert), One(Q.TblFldDelete), Space()})},

@@ -19,7 +19,7 @@ struct Place {
     Shape Form = Shape::One;
     Control *Of = nullptr;
     int Columns = 0; // least width in characters of the control's font, of a row or column the width; 0 for its own
-    int Lines = 0;   // least height in lines, of a row or column the height; 0 for its own
+    int Lines = 0;   // least height in lines, of a row or column the height in lines of its largest font; 0 for its own
     int Stretch = 0; // share of what is left over
     std::vector<Place> Parts;
 };

@@ -17,7 +17,7 @@ from itertools import zip_longest
 from pathlib import Path
 
 MARK = "QUINTAVE_DESKTOP"
-KEPT = ("PATH", "TZ", "LD_LIBRARY_PATH", "ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS")
+KEPT = ("PATH", "TZ", "LD_LIBRARY_PATH", "FONTCONFIG_FILE", "ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS")
 
 # Only what a test needs of a window manager: new windows get the focus, Alt+F4 closes, no other key is taken.
 WINDOW_MANAGER = """<?xml version="1.0" encoding="UTF-8"?>

@@ -146,6 +146,25 @@ class Habits(DesktopTest):
             text = desk.text_of("Value")
             self.assertTrue(3 <= len(text) <= 60 and set(text) == {"x"}, text)
 
+    def test_on_a_second_monitor_boxes_open_where_the_window_is(self):
+        with self.desk(size=(2560, 1024)) as desk:
+            monitors = ("left", "1280/338x1024/270+0+0", "screen"), ("right", "1280/338x1024/270+1280+0", "none")
+            for monitor in monitors:
+                desk.display.run("xrandr", "--setmonitor", *monitor)
+            start_entry(desk)
+            fill(desk, "Title", "Wells")
+            window = desk.display.run("xdotool", "getactivewindow").strip()
+            for left in (1400, 100):
+                desk.display.run("xdotool", "windowmove", "--sync", window, left, 100)
+                desk.wait_for(lambda: abs(desk.app.children[0].extents[0] - left) < 50, "the window on the monitor")
+                desk.key("ctrl+q")
+                desk.wait_message("Quit Quintave")
+                x, _, width, _ = desk.app.children[-1].extents
+                desk.key("Escape")
+                desk.wait_focus("Fields")
+                start = left // 1280 * 1280
+                self.assertTrue(start <= x and x + width <= start + 1280, f"a box at {x}, {width} wide, from {start}")
+
     @staticmethod
     def point(desk, node):
         x, y, width, height = node.extents

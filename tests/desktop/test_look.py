@@ -11,6 +11,7 @@ from desk import ROOT
 OUT = ROOT / "out/look"
 SMALL_SCREEN, LARGE_SCREEN = (1280, 1024), (2560, 2048)
 BUTTON_FRAME = 8
+LARGE = 10
 
 
 class Look:
@@ -47,15 +48,15 @@ class Look:
         return self.desk(scale=self.SCALE, dark=self.DARK, size=SMALL_SCREEN if self.SCALE == 1 else LARGE_SCREEN)
 
     def picture(self, desk, state):
-        desk.screenshot(OUT / f"{state}-{'dark' if self.DARK else 'light'}-{self.SCALE}.png")
+        return desk.screenshot(OUT / f"{state}-{'dark' if self.DARK else 'light'}-{self.SCALE}.png")
 
     def check(self, desk, state):
         """One state of the window: picture, places, room for texts, names."""
         desk.settle()
-        self.picture(desk, state)
+        picture = self.picture(desk, state)
         window = desk.app.children[0]
         shown = [(node, node.role, node.extents) for node in window.walk()]
-        with self.subTest(state):
+        with self.subTest(state, see=str(picture.relative_to(ROOT))):
             self.assertEqual(outside(shown, window.extents), [])
             self.assertEqual(overlapping(shown), [])
             self.assertEqual(cut_texts(desk, shown), [])
@@ -195,8 +196,8 @@ def cut_texts(desk, shown):
         needed, line = text_size(desk, text)
         lines_there = max(1, round(height / line)) if role == "label" else 1
         room = width * lines_there - (BUTTON_FRAME if role == "button" else 0)
-        if needed > room * 1.02 + 1:  # two drawers round the widths of letters in different ways
-            found.append(f"{role} {text!r}: {needed} pixels in {width} x {height}")
+        if needed > room * 1.02 + 1:  # the window's drawer does round
+            found.append(f"{role} {text!r}: {needed:.0f} pixels in {width} x {height}")
     return found
 
 
@@ -204,12 +205,15 @@ MEASURED = {}
 
 
 def text_size(desk, text):
-    """Width and height of a line of this text in the font of the desktop, in pixels at scale 1."""
+    """Width and height of a line of this text in the font of the desktop, in pixels at scale 1.
+
+    It is measured large, where no letter's width is rounded: two drawers round them in different ways.
+    """
     if text not in MEASURED:
         font = desk.display.run("fc-match", "-f", "%{file}", "sans")
-        drawn = desk.display.run("convert", "-density", "96", "-font", font, "-pointsize", "9",
+        drawn = desk.display.run("convert", "-density", 96 * LARGE, "-font", font, "-pointsize", "9",
                                  f"label:{text.strip().replace('%', '%%')}", "-format", "%w %h", "info:")
-        MEASURED[text] = tuple(int(number) for number in drawn.split())
+        MEASURED[text] = tuple(int(number) / LARGE for number in drawn.split())
     return MEASURED[text]
 
 

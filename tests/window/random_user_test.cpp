@@ -125,6 +125,8 @@ protected:
                                                          {Qt::Key_Insert, Qt::ShiftModifier, ""}}};
         const int which = Below(static_cast<int>(Strokes.size()));
         const Stroke &stroke = Strokes.at(static_cast<std::size_t>(which));
+        // Without anything to lose, Quit asks nothing and ends the program.
+        if (FocusName() == "CommandQuit" && DataChanged == False) return Key(Qt::Key_Tab);
         Note("key " + std::to_string(which) + " " + stroke.Text);
         Key(stroke.Code, stroke.With, QString::fromUtf8(stroke.Text));
     }
@@ -132,7 +134,6 @@ protected:
     void PressCommandKey() {
         constexpr std::string_view Letters = "BDEGINTVBDEGINTVBDEGINTVXCZJAFPQRS";
         const char letter = Letters[static_cast<std::size_t>(Below(static_cast<int>(Letters.size())))];
-        // Without anything to lose, Quit asks nothing and ends the program.
         if (letter == 'Q' && DataChanged == False) return;
         // Dialogues of files take their time.
         if (std::string_view("AFPS").find(letter) != std::string_view::npos && Below(4) != 0) return;

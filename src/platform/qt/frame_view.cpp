@@ -12,7 +12,7 @@ namespace {
 constexpr float LineStrength = 0.35F; // of the text's colour
 constexpr int Corner = 3;             // pixels, as what follows
 constexpr int Gap = 4;                // between the line and the caption
-constexpr int OuterMargin = 8;
+constexpr int OuterMargin = 6;
 
 // The inside keeps its colour, which a desktop's style may tint. A frame that stands in no other fills the window and
 // draws its line a little inside, so that the window has one colour up to its edges.

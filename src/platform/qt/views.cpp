@@ -41,7 +41,7 @@ public:
     QSize sizeHint() const override {
         const QFontMetrics metrics = fontMetrics();
         const QSize text = metrics.size(Qt::TextShowMnemonic, this->text());
-        return QPushButton::sizeHint().expandedTo(text + QSize(metrics.height() * 3 / 2, metrics.height() * 3 / 4));
+        return QPushButton::sizeHint().expandedTo(text + QSize(metrics.height() * 3 / 2, metrics.height() * 2 / 3));
     }
 
     QSize minimumSizeHint() const override { return sizeHint(); }

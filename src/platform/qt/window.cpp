@@ -10,6 +10,7 @@
 #include <QStackedLayout>
 #include <QVariant>
 
+#include <algorithm>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -61,12 +62,28 @@ void AddParts(QBoxLayout &box, const Place &place, QWidget *parent) {
     for (const Place &part : place.Parts) AddPart(box, part, parent);
 }
 
+void AddFrameParts(const Place &place, QWidget *frame) {
+    auto *box = new QVBoxLayout(frame);
+    QMargins margins = box->contentsMargins();
+    margins.setTop(margins.top() / 2); // the caption stands off by itself
+    box->setContentsMargins(margins);
+    AddParts(*box, place, frame);
+}
+
 QWidget *MakeControl(const Place &place, QWidget *parent) {
     View view = MakeView(*place.Of, parent, place.Columns, place.Lines);
     QWidget *const widget = view.Widget;
     Views[place.Of] = std::move(view);
-    if (!place.Parts.empty()) AddParts(*new QVBoxLayout(widget), place, widget);
+    if (!place.Parts.empty()) AddFrameParts(place, widget);
     return widget;
+}
+
+// Pixels of a line of text in the largest font of a box's parts.
+int LineOf(const QWidget &box) {
+    int line = box.fontMetrics().lineSpacing();
+    for (const QWidget *part : box.findChildren<QWidget *>(Qt::FindDirectChildrenOnly))
+        line = std::max(line, part->fontMetrics().lineSpacing());
+    return line;
 }
 
 QWidget *MakeBox(const Place &place, QWidget *parent) {
@@ -75,7 +92,7 @@ QWidget *MakeBox(const Place &place, QWidget *parent) {
     box->setContentsMargins(0, 0, 0, 0);
     AddParts(*box, place, widget);
     // What stands beside it must not jump when another part of the box is shown.
-    if (place.Lines > 0) widget->setFixedHeight(place.Lines * widget->fontMetrics().lineSpacing());
+    if (place.Lines > 0) widget->setFixedHeight(place.Lines * LineOf(*widget));
     if (place.Columns > 0) widget->setFixedWidth(place.Columns * widget->fontMetrics().horizontalAdvance('0'));
     return widget;
 }
