@@ -4,6 +4,8 @@ import os
 import subprocess
 from pathlib import Path
 
+from measure import processor_seconds
+
 TEMPLATE = Path(__file__).resolve().parents[1] / "resources/DATASET.FTF"
 REPORTS = 10_000
 
@@ -31,11 +33,11 @@ def make(folder):
     return paths
 
 
-def rows(build, folder, processor_seconds):
+def rows(build, folder, _measured):
     """Checking them all, beside reading them all. Nothing is found in them, or the run would fail."""
     paths = make(folder)
     megabytes = sum(os.path.getsize(path) for path in paths) / 1e6
     check = processor_seconds([build / "quintave-cli", "check", "--template", TEMPLATE, "--add", *paths])
     count = processor_seconds(["grep", "-c", ".", *paths], stdout=subprocess.DEVNULL)
-    return [(f"check {REPORTS} reports, {megabytes:.0f} MB", f"{check:.3f} s", f"{count:.3f} s grep -c .",
-             f"{check / count:.1f} of its time")]
+    yield (f"check {REPORTS} reports, {megabytes:.0f} MB: to grep -c .", f"{check:.3f} s, {count:.3f} s", check / count,
+           None)

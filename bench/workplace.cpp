@@ -1,21 +1,17 @@
-// The program at work for a measurement (workplace.h).
+// The folder of a measurement and what lies in it (workplace.h). The program at work without a window: at_work.cpp.
 #include "workplace.h"
 
-#include "main/events.h"
-#include "main/layout.h"
-#include "main/main_window.h"
-#include "main/start_up.h"
-#include "model/field_model.h"
-#include "platform/console/answers.h"
-#include "platform/files.h"
-#include "report/reader.h"
-
 #include <cstdlib>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
+#include <unistd.h>
+#include <vector>
 
 namespace {
+
+constexpr int FieldsPerSection = 100;
 
 // The folder of this process; removed at its end.
 struct TemporaryFolder {
@@ -44,25 +40,41 @@ void WriteIn(const std::string &name, std::string_view bytes) {
     std::ofstream(Folder() + name, std::ios::binary) << bytes;
 }
 
-void StartOn(std::string_view records) {
+void WriteTemplateIn(std::string_view records) {
     WriteIn("quintave.tbl", "\"\",\"BENCH.FTF\",\"-1\"\r\n");
     WriteIn("BENCH.FTF",
             "\"QUINTAVE FIELDS TEMPLATE FILE\",\"QuintaveV2\",\"\",\"\",\"\",\"\"\r\n" + std::string(records));
-    UnlockDirectory();
-    Quintave = QuintaveForm();
-    ConnectMainWindow();
-    SetContainers(MainLayout());
-    if (!LoadMainWindow({.Resources = Folder(), .Report = ""})) throw std::runtime_error("start");
-    ActivateMainWindow();
-    LogoOff_Click();
 }
 
-void LoadReportIn(const std::string &name) {
-    ReportFileDir = Folder();
-    ReportFileName = name;
-    FileMark = FirstLoad;
-    Dialogs.Messages.clear();
-    Dialogs.Answers.assign(1, NoAnswer);
-    if (LoadReportFile() != LoadResult::Whole) throw std::runtime_error("load");
-    Dialogs.Answers.clear();
+std::string ManyFields(int count) {
+    std::string text;
+    for (int i = 0; i < count; ++i) {
+        if (i % FieldsPerSection == 0)
+            text += "1,-1,\"\",\"Section " + std::to_string(i / FieldsPerSection) + "\",\"\",\"\"\r\n";
+        text += "2,200,\"TEXT\",\"Field " + std::to_string(i) + "\",\"\",\"\"\r\n";
+    }
+    return text;
+}
+
+std::string ManyRecords(int fields) {
+    std::string text = "0,\"QuintaveV2\",\"BENCH.FTF\"\r\n";
+    for (int instance = 0; instance < 2; ++instance)
+        for (int i = 0; i < fields; ++i) {
+            if (i % FieldsPerSection == 0)
+                text += "1,-1,\"Section " + std::to_string(i / FieldsPerSection) + "\",\"\"\r\n";
+            text += "2,1,\"Field " + std::to_string(i) + "\",\"value number " + std::to_string(i) + "\"\r\n";
+        }
+    return text;
+}
+
+void CopyPlainly(const std::string &from, const std::string &to, Flush flush) {
+    const int in = open(from.c_str(), O_RDONLY);
+    const int out = open(to.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    if (in < 0 || out < 0) throw std::runtime_error("copy");
+    std::vector<char> block(1 << 16);
+    for (ssize_t count = read(in, block.data(), block.size()); count > 0; count = read(in, block.data(), block.size()))
+        if (write(out, block.data(), static_cast<std::size_t>(count)) != count) throw std::runtime_error("copy");
+    if (flush == Flush::Yes && fsync(out) != 0) throw std::runtime_error("flush");
+    close(in);
+    close(out);
 }

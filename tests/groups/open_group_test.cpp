@@ -165,6 +165,20 @@ TEST_F(OpenedGroup, AListMemberWithoutItsChoiceFileKeepsItsValueAndSelectsNothin
     EXPECT_EQ(SamplesStore(), Store(Length, {Sample("", "Clay")}));
 }
 
+TEST_F(OpenedGroup, AChoiceFileThatHasChangedIsReadAnewOnEnteringAgain) {
+    OpenSamples({Sample("", "Clay")});
+    EXPECT_EQ(FieldInfo[4][Choice], 0);
+    Press(Quintave.GrpExit);
+    folder.Write("LST00004.XXX", "\"Loam\"\r\n\"Clay\"\r\n");
+    Open(SamplesRow);
+    EXPECT_EQ(FieldInfo[4][Choice], 1);
+    Press(Quintave.GrpExit);
+    ASSERT_EQ(std::remove("LST00004.XXX"), 0);
+    Open(SamplesRow);
+    EXPECT_EQ(FieldInfo[4][Choice], -1);
+    EXPECT_EQ(MessageCount(), 0u);
+}
+
 // Entry
 // ------------------------------------------------------------------------------
 

@@ -2,6 +2,7 @@
 #include "support/report_test.h"
 
 #include "groups/store.h"
+#include "model/template_file.h"
 #include "report/choice_matching.h"
 
 #include <climits>
@@ -154,6 +155,34 @@ TEST_F(ChoiceMatching, TheChoiceFileIsTheOneNumberedAsTheElement) {
     Load({R"(1,1,"Colour","Green")"});
     EXPECT_EQ(FieldInfo[12][Choice], 1);
     EXPECT_TRUE(Dialogs.Messages.empty());
+}
+
+// Choices are kept in mind while a file is loaded, and not beyond.
+TEST_F(ChoiceMatching, AChoiceFileThatHasChangedSinceTheLastLoadIsReadAnew) {
+    StartList({"Red", "Blue"});
+    Chosen("Red");
+    EXPECT_EQ(RowValue[0], "Red");
+    folder.Write("LST00001.XXX", "\"Green\"\r\n");
+    Dialogs.Answers = {YesAnswer, YesAnswer};
+    Chosen("Green");
+    EXPECT_EQ(RowValue[0], "Green");
+    Chosen("Red");
+    EXPECT_EQ(LastMessage(), ClosedListMessage("Colour", "Red"));
+    std::filesystem::remove(folder.Path() + "LST00001.XXX");
+    Chosen("Green");
+    EXPECT_EQ(LastMessage(), LoadMessage("A.rpx", "53 - File not found"));
+}
+
+TEST_F(ChoiceMatching, ChoicesOfTheTemplateBeforeDoNotCount) {
+    StartList({"Red", "OTHER..."});
+    EXPECT_EQ(Chosen("Green"), 1);
+    folder.Write("SITE.FTF", TemplateText({R"(1,10,"LIST","Colour","","")", "Blue", "Red", "XXX-1XXX"}));
+    ASSERT_TRUE(LoadTemplateFile());
+    FileMark = FirstLoad;
+    EXPECT_EQ(Chosen("Red"), 1);
+    Dialogs.Answers = {YesAnswer};
+    EXPECT_EQ(Chosen("Green"), -1);
+    EXPECT_EQ(LastMessage(), ClosedListMessage("Colour", "Green"));
 }
 
 // --- Members of groups

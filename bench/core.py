@@ -1,0 +1,71 @@
+"""The core without a window: reading, printing to text, saving, inserting, and how costs grow with size."""
+
+import csv
+import json
+import subprocess
+import time
+
+from measure import RUNS, processor_seconds, write_report
+
+RECORDS = 200_000
+UNITS = {"ns": 1e9, "us": 1e6, "ms": 1e3, "s": 1}
+
+
+def benchmarks(build, only, turns=RUNS):
+    """Of each benchmark whose name fits the pattern, by name: the processor's and the clock's seconds, the least."""
+    command = [build / "bench/quintave-bench", "--benchmark_format=json", f"--benchmark_filter={only}",
+               f"--benchmark_repetitions={turns}", "--benchmark_enable_random_interleaving=true"]
+    found = {}
+    for run in json.loads(subprocess.run(command, check=True, capture_output=True, text=True).stdout)["benchmarks"]:
+        if run["run_type"] == "iteration":
+            name = run["run_name"].split("/iterations")[0]
+            former = found.get(name, (float("inf"), float("inf")))
+            unit = UNITS[run["time_unit"]]
+            found[name] = (min(former[0], run["cpu_time"] / unit), min(former[1], run["real_time"] / unit))
+    return found
+
+
+def seconds_of_csv(path):
+    least = float("inf")
+    for _ in range(RUNS):
+        before = time.process_time()
+        with open(path, encoding="cp1252", newline="") as file:
+            assert sum(1 for _ in csv.reader(file)) == RECORDS + 1
+        least = min(least, time.process_time() - before)
+    return least
+
+
+def growth(found):
+    """operation -> size -> the processor's seconds"""
+    sizes = {}
+    for name, (processor, _) in found.items():
+        operation, size = name.removeprefix("growth: ").split("/")
+        sizes.setdefault(operation, {})[int(size)] = processor
+    return sizes
+
+
+def growth_rows(sizes):
+    for operation, seconds in sizes.items():
+        ordered = sorted(seconds)
+        worst = max(seconds[2 * size] / seconds[size] for size in ordered[:-1])
+        steps = ", ".join(f"{seconds[size] * 1e3:.1f}" for size in ordered)
+        yield f"{operation}, {ordered[0]} to {ordered[-1]}: at twice the size", f"{steps} ms", worst, 2.2
+
+
+def rows(build, folder, measured):
+    write_report(folder / "LONG.RPX", (f'2,1,"Field {i % 1000}","{"measured " * (5 + i % 20)}"'
+                                       for i in range(RECORDS)))
+    megabytes = (folder / "LONG.RPX").stat().st_size / 1e6
+    csv_seconds = seconds_of_csv(folder / "LONG.RPX")
+    fold_seconds = processor_seconds(f"fold -s -w 80 {folder}/LONG.RPX >{folder}/folded.txt", shell=True)
+    found = benchmarks(build, "^[^g]")
+    read, text = found["ReadRecords"][0], found["PrintText"][0]
+    copy, insert = found["CopyTheSameBytes"][0], found["InsertAtTheFront"][0]
+    flushed, new, again = (found[name][1] for name in ("CopyTheReport", "SaveUnderANewName", "SaveAgain"))
+    yield f"read {megabytes:.0f} MB: csv.reader's time", f"{read:.3f} s, {csv_seconds:.3f} s", csv_seconds / read, -10
+    yield "print it to text: to fold -s -w 80", f"{text:.3f} s, {fold_seconds:.3f} s", text / fold_seconds, 2
+    for what, seconds in ("save 10 MB, new", new), ("save 10 MB, again", again):
+        yield f"{what}: to a copy, both flushed", f"{seconds:.3f} s, {flushed:.3f} s", seconds / flushed, 3
+    yield "insert before 10,000 of 500 bytes: to a copy", f"{insert * 1e3:.1f} ms, {copy * 1e3:.1f} ms", insert / copy, 3
+    measured["growth"] = growth(benchmarks(build, "^growth"))
+    yield from growth_rows(measured["growth"])
