@@ -45,6 +45,7 @@ void TypeOne(std::string_view character, Integer keyCode) {
 }
 
 void MoveSelection(Control &list, Integer keyCode) {
+    if (list.Rows.empty()) return;
     const Integer last = ToInteger(list.Rows.size() - 1);
     Integer row = list.ListIndex;
     if (keyCode == UpArrowKey) row = ToInteger(row - 1);
