@@ -56,7 +56,7 @@ void GiveFiles(const std::string &installed, const std::string &directory) {
 
 std::string UserResources(const std::string &installed) {
     const std::string data = UserDataDirectory();
-    const std::string directory = data.empty() ? "" : data + "quintave/";
+    std::string directory = data.empty() ? "" : data + "quintave/";
     try {
         if (directory.empty()) throw RuntimeError{PathNotFound};
         MakeDirectory(directory);

@@ -214,7 +214,7 @@ DirectoryNames::DirectoryNames(const std::string &directory) : path(directory) {
 }
 
 std::string DirectoryNames::Find(std::string_view name) const {
-    const std::string exact = ExactName(path, name);
+    std::string exact = ExactName(path, name);
     if (!exact.empty() || IsNoName(name)) return exact;
     const auto found = byUpperCase.find(UpperCase(NameText(name)));
     return found == byUpperCase.end() ? "" : found->second;

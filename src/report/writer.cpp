@@ -129,7 +129,7 @@ std::string KeepEarlierVersion(const std::string &path) {
     const auto incomplete = IncompleteReports.find(path);
     if (incomplete != IncompleteReports.end() && FileExists(incomplete->second)) return incomplete->second;
     if (FileSize(path) == 0) return "";
-    const std::string kept = FreeCopyName(path);
+    std::string kept = FreeCopyName(path);
     try {
         CopyFile(path, kept);
         return kept;

@@ -29,6 +29,7 @@ public:
     }
 
     // The names of many files in a caption must not make the window wider.
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
     QSize minimumSizeHint() const override { return QWidget::minimumSizeHint(); }
 
 protected:

@@ -134,7 +134,7 @@ public:
     // All rows are equally high and as wide as the longest may be: the toolkit's list would lay out every one of them
     // anew because one has another text.
     void dataChanged(const QModelIndex &first, const QModelIndex &last, const QList<int> &roles) override {
-        QAbstractItemView::dataChanged(first, last, roles);
+        QAbstractItemView::dataChanged(first, last, roles); // NOLINT(bugprone-parent-virtual-call)
     }
 
 protected:

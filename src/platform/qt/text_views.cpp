@@ -49,7 +49,7 @@ protected:
     void insertFromMimeData(const QMimeData *source) override { InsertForeign(source->text()); }
 
     void inputMethodEvent(QInputMethodEvent *event) override {
-        const QString composed = event->commitString();
+        const QString &composed = event->commitString();
         QInputMethodEvent rest(event->preeditString(), event->attributes());
         if (event->replacementLength() > 0)
             rest.setCommitString("", event->replacementStart(), event->replacementLength());
