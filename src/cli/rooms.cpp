@@ -78,7 +78,7 @@ std::string TitlePath(Integer element) {
         const bool encloses = (IsSection(e) || group == e) && (group == 0 || group == FieldGroup[element]);
         if (!encloses) continue;
         if (++titles > MostTitles) return "... / " + path;
-        path = FieldTitle[e] + " / " + path;
+        path.insert(0, FieldTitle[e] + " / ");
     }
     return path;
 }
