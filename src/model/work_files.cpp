@@ -6,6 +6,7 @@
 #include "platform/files.h"
 #include "platform/items.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -67,11 +68,11 @@ void Rename(const std::string &from, const std::string &to, Renames &done) {
 // The last one first. Where no file can be given another name any more a copy does, and what cannot be taken back
 // leaves the others their turn.
 void TakeBack(const Renames &done) {
-    for (auto rename = done.rbegin(); rename != done.rend(); ++rename) {
-        const std::string from = ResourceDir + rename->second;
-        const std::string to = ResourceDir + rename->first;
+    std::for_each(done.rbegin(), done.rend(), [](const auto &rename) {
+        const std::string from = ResourceDir + rename.second;
+        const std::string to = ResourceDir + rename.first;
         if (FaultOf([&] { RenameFile(from, to); }) != 0) FaultOf([&] { CopyFile(from, to); });
-    }
+    });
 }
 
 } // namespace

@@ -124,7 +124,7 @@ std::string EditedValue() {
     const Control *const box = EditedBox();
     const std::string &value = RowValue[CurrentField];
     if (box == nullptr) return value;
-    const std::string text = WithoutReserved(box->Text);
+    std::string text = WithoutReserved(box->Text);
     if (Quintave.FIScroll.Max < 2) return text;
     return WithInstance(value, NumericValue(Quintave.FILabel[1].Caption), text);
 }
