@@ -5,6 +5,7 @@ import os
 import pty
 import re
 import resource
+import shutil
 import signal
 import subprocess
 import time
@@ -278,6 +279,8 @@ class Behaviour(program.CliTest):
         (self.folder / "b.rpx").chmod(0)
         for folder in (self.folder.parent, self.folder, self.tmp):
             folder.chmod(0o777)
-        run = self.start("check", "-t", "SITE.FTF", "b.rpx", "a.rpx", user=65534, group=65534)
+        # Somebody else may not come into the folder that the program was built in.
+        copy = shutil.copy(program.PATH, self.folder.parent / "quintave-cli")
+        run = self.start("check", "-t", "SITE.FTF", "b.rpx", "a.rpx", user=65534, group=65534, executable=copy)
         self.assertEqual(run.communicate(timeout=60), (b"", b"quintave-cli: b.rpx: Error: 70 - Permission denied\n"))
         self.assertEqual(run.returncode, 3)

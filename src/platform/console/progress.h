@@ -6,7 +6,7 @@ struct Control;
 struct ConsoleProgress {
     bool PointerIsBusy = false;
     void (*OnRepaint)(const Control &control) = nullptr; // runs for each control painted meanwhile
-    long long ClockAhead = 0; // milliseconds by which its clock is ahead of the system's
+    long long ClockAhead = 0;                            // milliseconds by which its clock is ahead of the system's
 };
 
 extern ConsoleProgress Progress;
