@@ -105,7 +105,7 @@ Place PrintPanel() {
         {Space(),
          Option(Q.Label3[0], Column({One(Q.PrintFrameIndent, OptionColumns), One(Q.PrintFrameToggler, OptionColumns)})),
          Option(Q.Label3[1], One(Q.PrintIndent, OptionColumns, 1)), Option(Q.Label3[2], One(Q.Combo2, OptionColumns)),
-         Option(Q.Label4[0], One(Q.Combo1, OptionColumns)), Space(),
+         Option(Q.Label4[0], One(Q.Combo1, OptionColumns)), BlankLine(),
          Row({Space(), One(Q.PrintFramePrint[ToPrinter]), One(Q.PrintFramePrint[ToFile]), One(Q.PrintFrameCancel),
               Space()}),
          Option(Q.Label4[1], One(Q.printLabel, OptionColumns)), Space()},

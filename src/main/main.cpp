@@ -62,7 +62,7 @@ int main(int argc, char **argv) {
         }
     ConnectMainWindow();
     if (!LoadMainWindow(arguments)) return 0;
-    ShowMainWindow(MainLayout(), CloseMainWindow, OfferSave, EndOnSignal);
+    ShowMainWindow(MainLayout(), WindowTitle, CloseMainWindow, OfferSave, EndOnSignal);
     RunAsEvent(ActivateMainWindow);
     return RunProgram();
 }

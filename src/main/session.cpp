@@ -122,6 +122,15 @@ void CommandQuit_Click() {
         SetFocus(ActiveRows());
 }
 
+std::string WindowTitle() {
+    constexpr std::string_view Between = " - ";
+    std::string title = "Quintave";
+    if (Quintave.Frame5.Visible) return title;
+    if (!TemplateName.empty()) title = TemplateName + std::string(Between) + title;
+    if (HasRememberedName()) title = FileMark + std::string(Between) + title;
+    return title;
+}
+
 bool CloseMainWindow() {
     if (!OfferSave()) return false;
     EndSession();

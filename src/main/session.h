@@ -3,12 +3,17 @@
 
 #include "platform/runtime.h"
 
+#include <string>
+
 // Event of CommandReset: offers to save and empties all entries. TmpStr is "CANCELLED" where the user cancelled, or
 // where the save did not come about.
 void CommandReset_Click();
 
 // Event of CommandQuit.
 void CommandQuit_Click();
+
+// The main window's title: the report that Save writes to, the template, the program.
+std::string WindowTitle();
 
 // The main window is to be closed. False where the user refused.
 bool CloseMainWindow();

@@ -4,13 +4,16 @@
 
 #include "platform/layout.h"
 
+#include <string>
+
 // Connects to the window system and takes its own options out of the arguments.
 void StartProgram(int &argc, char **argv);
 
-// Shows the main window. mayClose closes it for the user, unless he refuses. When the desktop's session is about to
-// end, maySave asks what is to become of the entries, and ends nothing: false holds the session. end is run, without
-// any question, when a signal or the session's end ends the program.
-void ShowMainWindow(const Place &layout, bool (*mayClose)(), bool (*maySave)(), void (*end)());
+// Shows the main window. title is its title as it is now, with the names of files in it. mayClose closes it for the
+// user, unless he refuses. When the desktop's session is about to end, maySave asks what is to become of the entries,
+// and ends nothing: false holds the session. end is run, without any question, when a signal or the session's end ends
+// the program.
+void ShowMainWindow(const Place &layout, std::string (*title)(), bool (*mayClose)(), bool (*maySave)(), void (*end)());
 
 // Handles events until EndProgram; the exit status.
 int RunProgram();

@@ -11,8 +11,6 @@
 
 namespace {
 
-bool HasRememberedName() { return !FileMark.empty() && FileMark != FirstLoad; }
-
 // False where the dialog itself failed and is to be shown again.
 bool AskForName(std::string &path) {
     Quintave.cmDialog = {.Title = "Name a Quintave report (*.RPX) output file...",
@@ -52,6 +50,8 @@ bool SaveUnder(const std::string &path) {
 }
 
 } // namespace
+
+bool HasRememberedName() { return !FileMark.empty() && FileMark != FirstLoad; }
 
 void CommandSave_Click() {
     TmpStr.clear();

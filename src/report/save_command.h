@@ -10,6 +10,9 @@ void CommandSave_Click();
 // Event of CommandSaveAs.
 void CommandSaveAs_Click();
 
+// Save writes without asking for a name, to FileMark.
+bool HasRememberedName();
+
 // The name without its last four characters, as captions show it.
 std::string CaptionName(const std::string &name);
 

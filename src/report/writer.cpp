@@ -10,6 +10,7 @@
 #include "platform/codepage.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
+#include "platform/front.h"
 #include "platform/items.h"
 #include "report/records.h"
 #include "screen/value_entry.h"
@@ -149,6 +150,7 @@ std::string HeaderName() {
 }
 
 void WriteReport(const std::string &path, bool temporary) {
+    const BusyPointer busy;
     const std::string kept = temporary ? "" : KeepEarlierVersion(path);
     if (!kept.empty()) IncompleteReports[path] = kept;
     Writing writing{{path, temporary ? OutputFile::Access::Own : OutputFile::Access::User}, {}};

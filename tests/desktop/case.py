@@ -72,6 +72,10 @@ class DesktopTest(unittest.TestCase):
         self.assertEqual((box.title, box.text, box.buttons, box.default, desk.icon()),
                          (title, text, buttons, default or buttons[0], icon))
 
+    def assert_main_window_alone(self, desk):
+        """No dialog is open: there is one window, whose title ends in the program's name."""
+        self.assertEqual([title.rpartition(" ")[2] for title in desk.windows()], ["Quintave"])
+
     def assert_nothing_left(self, desk):
         """After an end: no work file in the resource directory, and its lock is free, the program starts there again."""
         self.assert_no_work_files(desk)

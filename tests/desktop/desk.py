@@ -375,10 +375,10 @@ class Desk:
         """The indexes of the selected rows of a list."""
         return sorted(self._node(target).selected_rows)
 
-    def unnamed(self):
-        """The controls on the screen that can have the keys but have no name for a screen reader."""
+    def unnamed(self, window=None):
+        """The controls of a window, or of all, that can have the keys but have no name for a screen reader."""
         found = []
-        for node in self.app.walk():
+        for node in (window or self.app).walk():
             if "focusable" in node.states and node.role not in ("panel", "filler", "frame", "dialog", "alert"):
                 if not (node.labels if node.role == "combo box" else node.name):
                     found.append(f"{node.role} at {node.extents}")
@@ -462,8 +462,11 @@ class Desk:
 
     def wait_message(self, title=None, timeout=10):
         """Waits for a message box (of this title) and returns it."""
-        return self.wait_for(lambda: (box := self.message()) and (title is None or box.title == title) and box,
-                             f"a message box {title or ''}", timeout)
+        box = self.wait_for(lambda: (box := self.message()) and (title is None or box.title == title) and box,
+                            f"a message box {title or ''}", timeout)
+        unnamed = self.unnamed(self._box())
+        assert not unnamed, f"without a name in the message box {box.title!r}: {unnamed}; see {self.evidence()}"
+        return box
 
     def answer(self, button, title=None):
         """Waits for a message box (of this title), presses its button and waits until the box is gone."""

@@ -101,7 +101,7 @@ class FirstReport(DesktopTest):
             start_entry(desk)
             desk.key("Delete")
             self.assertIsNone(desk.message())
-            self.assertEqual(desk.windows(), ["Quintave"])
+            self.assert_main_window_alone(desk)
 
 
 if __name__ == "__main__":

@@ -145,7 +145,7 @@ class Merge(DesktopTest):
             self.assert_message(desk, "Quintave", "You must select a `*.RPX' file!\n\nPlease Try Again.", ["OK"])
             desk.key("Enter")
             desk.wait_focus("Fields")
-            self.assertEqual(desk.windows(), ["Quintave"])
+            self.assert_main_window_alone(desk)
 
 
 if __name__ == "__main__":

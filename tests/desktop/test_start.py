@@ -194,7 +194,7 @@ class Arguments(StartTest):
             fill(desk, "Title", "!")
             desk.key("ctrl+s")  # to the file that was loaded, without a dialog
             desk.wait_for(lambda: b"Given!" in path.read_bytes(), "the saved report")
-            self.assertEqual(desk.windows(), ["Quintave"])
+            self.assertEqual(desk.windows(), [f"given.rpx - {self.NAME} - Quintave"])
 
     def test_a_report_that_is_not_there_is_told(self):
         with self.desk(args=["lost.rpx"]) as desk:

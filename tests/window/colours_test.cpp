@@ -1,6 +1,8 @@
 // Colours: white with the focus and light grey without, and text that can be read on every background.
 #include "window/window_test.h"
 
+#include "help/help_window.h"
+#include "platform/dialogs.h"
 #include "platform/qt/window.h"
 #include "window/templates.h"
 
@@ -8,6 +10,7 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 
 #include <algorithm>
 #include <functional>
@@ -54,7 +57,8 @@ double TextContrast(const QImage &image) {
 
 QImage PictureOf(const QWidget &widget, QRect part = {}) {
     if (part.isNull()) part = widget.rect();
-    return MainWindow()->grab(QRect(widget.mapTo(MainWindow(), part.topLeft()), part.size())).toImage();
+    QWidget *const window = widget.window();
+    return window->grab(QRect(widget.mapTo(window, part.topLeft()), part.size())).toImage();
 }
 
 QImage PictureOfRow(const QListView &list, int row) {
@@ -64,19 +68,19 @@ QImage PictureOfRow(const QListView &list, int row) {
 
 QColor BackOf(const char *name) { return Named(name).palette().color(QPalette::Base); }
 
-template <class Widget> void ExpectReadable(const std::function<QRect(const Widget &)> &partOf) {
-    for (const auto *widget : MainWindow()->findChildren<Widget *>()) {
+template <class Widget> void ExpectReadable(const QWidget &window, const std::function<QRect(const Widget &)> &partOf) {
+    for (const auto *widget : window.findChildren<Widget *>()) {
         const QRect part = partOf(*widget);
         if (!widget->isVisible() || !widget->isEnabled() || part.isEmpty()) continue;
         EXPECT_GE(TextContrast(PictureOf(*widget, part)), LeastContrast) << widget->objectName().toStdString();
     }
 }
 
-// Every text of the window but those in lists and boxes.
-void ExpectReadable() {
-    ExpectReadable<QLabel>([](const QLabel &label) { return label.text().isEmpty() ? QRect() : label.rect(); });
-    ExpectReadable<QPushButton>([](const QPushButton &button) { return button.rect().adjusted(5, 5, -5, -5); });
-    ExpectReadable<QGroupBox>([](const QGroupBox &frame) {
+// Every text of a window but those in lists and boxes.
+void ExpectReadable(const QWidget &window = *MainWindow()) {
+    ExpectReadable<QLabel>(window, [](const QLabel &label) { return label.text().isEmpty() ? QRect() : label.rect(); });
+    ExpectReadable<QPushButton>(window, [](const QPushButton &button) { return button.rect().adjusted(5, 5, -5, -5); });
+    ExpectReadable<QGroupBox>(window, [](const QGroupBox &frame) {
         return frame.title().isEmpty() ? QRect() : QRect(12, 0, 90, 2 * frame.fontMetrics().height());
     });
 }
@@ -152,6 +156,36 @@ TEST_P(OnColour, FramesHaveTheTablesColourAndEveryTextCanBeRead) {
 INSTANTIATE_TEST_SUITE_P(Backgrounds, OnColour, testing::ValuesIn(Paintings),
                          [](const auto &painted) { return std::string(painted.param.Name); });
 
+TEST_P(OnColour, MessageInputAndHelpWindowsCanBeRead) {
+    if (GetParam().Dark) QApplication::setPalette(DarkPalette());
+    folder.Write("quintave.tbl", std::string("\"\",\"site.ftf\",\"-1\"\r\n") + GetParam().Record);
+    folder.Write("A.HLP", "About A");
+    WriteTemplate({R"(1,30,"TEXT","A","","A.HLP")"});
+    StartUp();
+    Click(Named("LogoOff"));
+    int looked = 0;
+    const auto look = [&](QDialog &dialog) {
+        ExpectReadable(dialog);
+        for (const auto *edit : dialog.findChildren<QLineEdit *>())
+            EXPECT_GE(TextContrast(PictureOf(*edit)), LeastContrast);
+        ++looked;
+        dialog.done(QMessageBox::Cancel);
+    };
+    for (const int icon : std::initializer_list<int>{0, CriticalIcon, QuestionIcon, ExclamationIcon, InformationIcon}) {
+        Dialogs.Next(look);
+        MsgBox("Text", YesNoCancel + icon, "Title");
+    }
+    Dialogs.Next(look);
+    InputBox("Prompt", "Title", "/proposal");
+    EXPECT_EQ(looked, 6);
+
+    Click(Named("CommandMoreHelp"));
+    const QWidget *const text = WidgetOf(Help.HelpText);
+    ASSERT_NE(text, nullptr);
+    ExpectReadable(*text->window());
+    EXPECT_GE(TextContrast(PictureOf(*text)), LeastContrast);
+}
+
 TEST_F(Colours, ListsAndBoxesAreWhiteWithTheFocusAndLightGreyWithout) {
     Start(AllKinds());
     EXPECT_EQ(BackOf("List1_0"), FocusWhite);
@@ -182,6 +216,24 @@ TEST_F(Colours, GroupListsAndBoxesDoTheSame) {
         EXPECT_EQ(BackOf(name), FocusWhite) << name;
         Key(Qt::Key_Tab);
         EXPECT_EQ(BackOf(name), RestGrey) << name;
+    }
+}
+
+TEST_F(Colours, SelectedTextInABoxCanBeReadOnAPaleColourOfSelections) {
+    for (const QColor &selection : {QColor(61, 174, 233), QColor(20, 40, 90)}) {
+        QPalette palette = DarkPalette();
+        palette.setColor(QPalette::Highlight, selection);
+        QApplication::setPalette(palette);
+        if (MainWindow() == nullptr) Start(AllKinds());
+        DoubleClickRow(Fields(), TitleRow);
+        Type("W");
+        Key(Qt::Key_Home, Qt::ShiftModifier);
+        EXPECT_TRUE(Box().textCursor().hasSelection());
+        const QRect letter =
+            Box().cursorRect().adjusted(1, 0, QFontMetrics(Box().font()).horizontalAdvance('W') - 2, 0);
+        EXPECT_EQ(Background(PictureOf(*Box().viewport(), letter)), selection);
+        EXPECT_GE(TextContrast(PictureOf(*Box().viewport(), letter)), LeastContrast);
+        Key(Qt::Key_Return, Qt::NoModifier, "\r");
     }
 }
 

@@ -65,6 +65,17 @@ private:
     }
 };
 
+// The default fonts of desktops; their lines are up to a third higher or lower. One that is not installed is drawn as
+// the one that is.
+class InFont : public Layout, public testing::WithParamInterface<const char *> {
+protected:
+    InFont() {
+        QFont font = QApplication::font();
+        font.setFamily(GetParam());
+        QApplication::setFont(font);
+    }
+};
+
 void ExpectWholeChoices() {
     const int row = Choices().visualRect(Choices().model()->index(0, 0)).height();
     EXPECT_EQ(Choices().viewport()->height() % row, 0);
@@ -245,7 +256,7 @@ TEST_F(Layout, TheScrollBarShowsThatItHasTheFocus) {
     }
 }
 
-TEST_F(Layout, TheSmallestWindowFitsASmallScreen) {
+TEST_P(InFont, TheSmallestWindowFitsASmallScreen) {
     Start(AllKinds());
     const QSize least = MainWindow()->minimumSizeHint();
     EXPECT_LE(least.width(), 960);
@@ -283,4 +294,6 @@ TEST_P(AtFontSize, ListsAreNotSmallerThanTheUsersFont) {
         EXPECT_GE(std::lround(QFontInfo(Named(name).font()).pointSizeF()), GetParam()) << name;
 }
 
+INSTANTIATE_TEST_SUITE_P(Families, InFont,
+                         testing::Values("Sans Serif", "DejaVu Sans", "Liberation Sans", "Nimbus Sans"));
 INSTANTIATE_TEST_SUITE_P(Sizes, AtFontSize, testing::Values(9, 10, 11, 12, 14, 16, 18));

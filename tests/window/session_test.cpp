@@ -53,6 +53,18 @@ TEST_F(Session, TheStartUpFrameIsShownFirstWithTheDate) {
     EXPECT_FALSE(MainWindow()->windowIcon().isNull());
 }
 
+TEST_F(Session, TheWindowsTitleTellsTheReportThatSaveWritesToAndTheTemplate) {
+    Start(AllKinds());
+    EXPECT_EQ(MainWindow()->windowTitle(), "SITE.FTF - Quintave");
+    DoubleClickRow(Fields(), TitleRow);
+    Type("Wells\n");
+    Dialogs.Pick(folder.Path() + "we[*]lls.rpx");
+    Click(Named("CommandSave"));
+    EXPECT_EQ(MainWindow()->windowTitle(), "we[*][*]lls.rpx - SITE.FTF - Quintave"); // as the toolkit writes "[*]"
+    Click(Named("CommandReset"));
+    EXPECT_EQ(MainWindow()->windowTitle(), "SITE.FTF - Quintave");
+}
+
 TEST_F(Session, UseQuintaveShowsTheEntryScreenWithTheFocusOnTheFieldList) {
     Start(AllKinds());
     EXPECT_FALSE(IsStarted("Frame5"));

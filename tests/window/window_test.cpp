@@ -150,7 +150,7 @@ void WindowTest::WriteTemplate(const std::vector<std::string> &lines, const std:
 
 void WindowTest::StartUp() {
     ASSERT_TRUE(LoadMainWindow({}));
-    ShowMainWindow(MainLayout(), CloseMainWindow, OfferSave, EndSession);
+    ShowMainWindow(MainLayout(), WindowTitle, CloseMainWindow, OfferSave, EndSession);
     ActivateMainWindow();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(MainWindow()));
     // The banner lines of the start-up frame come by a timer.

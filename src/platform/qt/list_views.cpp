@@ -53,7 +53,7 @@ private:
     std::size_t longest = 0;
 };
 
-// Draws a selected row in a text colour that can be read on the desktop's colour of selected rows.
+// Tells the width of the longest row.
 class RowDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -64,15 +64,6 @@ public:
         const int missing = longest - static_cast<int>(index.data().toString().size());
         return QStyledItemDelegate::sizeHint(option, index) +
                QSize(option.fontMetrics.horizontalAdvance('0') * std::max(missing, 0), 0);
-    }
-
-protected:
-    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override {
-        QStyledItemDelegate::initStyleOption(option, index);
-        const bool active = (option->state & QStyle::State_Active) != 0;
-        const QPalette::ColorGroup group = active ? QPalette::Active : QPalette::Inactive;
-        option->palette.setColor(group, QPalette::HighlightedText,
-                                 ReadableOn(option->palette.color(group, QPalette::Highlight)));
     }
 };
 

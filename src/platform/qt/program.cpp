@@ -101,10 +101,11 @@ void StartProgram(int &argc, char **argv) {
     application->setDesktopFileName("io.github.quintave.quintave"); // the desktop's entry, packaging/, is named so
     application->setQuitOnLastWindowClosed(false);
     application->setWindowIcon(ProgramIcon());
+    KeepSelectionsReadable();
 }
 
-void ShowMainWindow(const Place &layout, bool (*mayClose)(), bool (*maySave)(), void (*end)()) {
-    QWidget *const window = BuildMainWindow(layout, mayClose);
+void ShowMainWindow(const Place &layout, std::string (*title)(), bool (*mayClose)(), bool (*maySave)(), void (*end)()) {
+    QWidget *const window = BuildMainWindow(layout, title, mayClose);
     EndOnSignals(end);
     AskBeforeSessionEnd(maySave);
     new SessionEnd(end);

@@ -6,6 +6,7 @@
 #include "platform/qt/icon.h"
 #include "platform/qt/text.h"
 
+#include <QApplication>
 #include <QFontDatabase>
 #include <QLabel>
 #include <QPainter>
@@ -151,6 +152,24 @@ View MakeWidget(Control &control, QWidget *parent, int columns, int lines) {
     return MakeTimer(control, parent);
 }
 
+void MakeSelectionsReadable() {
+    QPalette palette = QApplication::palette();
+    for (const auto group : {QPalette::Active, QPalette::Inactive})
+        palette.setColor(group, QPalette::HighlightedText, ReadableOn(palette.color(group, QPalette::Highlight)));
+    if (palette != QApplication::palette()) QApplication::setPalette(palette);
+}
+
+class PaletteWatch : public QObject {
+public:
+    PaletteWatch() : QObject(qApp) { qApp->installEventFilter(this); }
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override {
+        if (object == qApp && event->type() == QEvent::ApplicationPaletteChange) MakeSelectionsReadable();
+        return false;
+    }
+};
+
 QFont FixedFont(int points) {
     QFont font("Courier", points);
     font.setStyleHint(QFont::TypeWriter);
@@ -215,4 +234,9 @@ QColor ReadableOn(const QColor &background) {
                             0.0722F * linear(background.blueF());
     // Where black and white have the same contrast.
     return luminance > 0.179F ? Qt::black : Qt::white;
+}
+
+void KeepSelectionsReadable() {
+    new PaletteWatch;
+    MakeSelectionsReadable();
 }

@@ -41,3 +41,7 @@ int Pixels(const QWidget &widget, long twips);
 
 // Text that can be read on a background.
 QColor ReadableOn(const QColor &background);
+
+// From now on what is selected, anywhere, is shown in a text colour that can be read on the desktop's colour of
+// selections. Needs the application.
+void KeepSelectionsReadable();

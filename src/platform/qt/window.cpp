@@ -7,6 +7,7 @@
 
 #include <QBoxLayout>
 #include <QCloseEvent>
+#include <QFile>
 #include <QStackedLayout>
 #include <QVariant>
 
@@ -27,6 +28,10 @@ struct Pages {
 std::unordered_map<const Control *, View> Views;
 std::vector<Pages> AllPages;
 QWidget *TheWindow = nullptr;
+
+// The main window's title, and as it is shown; empty before the window is built.
+std::string (*Title)() = nullptr;
+std::string ShownTitle;
 
 // Depth of ShowChanges.
 int Showing = 0;
@@ -191,6 +196,14 @@ void ShowTags() {
     }
 }
 
+void ShowTitle() {
+    std::string title = Title();
+    if (title == ShownTitle) return;
+    // The toolkit would take "[*]" in a file's name for the place of its own mark.
+    TheWindow->setWindowTitle(QFile::decodeName(QByteArray::fromStdString(title)).replace("[*]", "[*][*]"));
+    ShownTitle = std::move(title);
+}
+
 // The toolkit moved the focus on when its widget was hidden, and the program made no choice of its own while it handled
 // the event: the toolkit's stands.
 void AdoptFocus() {
@@ -202,10 +215,11 @@ void AdoptFocus() {
 
 } // namespace
 
-QWidget *BuildMainWindow(const Place &layout, bool (*mayClose)()) {
+QWidget *BuildMainWindow(const Place &layout, std::string (*title)(), bool (*mayClose)()) {
     SetContainers(layout);
     TheWindow = new Window(mayClose);
-    TheWindow->setWindowTitle("Quintave");
+    Title = title;
+    ShowTitle();
     TheWindow->setWindowIcon(ProgramIcon());
     auto *box = new QVBoxLayout(TheWindow);
     box->setContentsMargins(0, 0, 0, 0); // the frames fill it
@@ -241,6 +255,7 @@ void ShowChanges() {
         --Showing;
     }
     ShowTags();
+    ShowTitle();
     QWidget *const wanted = Focused() == nullptr ? nullptr : WidgetOf(*Focused());
     if (wanted != nullptr && wanted != TheWindow->focusWidget() && wanted->isVisible())
         wanted->setFocus(Qt::OtherFocusReason);

@@ -3,11 +3,13 @@
 
 #include "platform/layout.h"
 
+#include <string>
+
 class QWidget;
 struct Control;
 
 // Builds the window; it is not shown yet.
-QWidget *BuildMainWindow(const Place &layout, bool (*mayClose)());
+QWidget *BuildMainWindow(const Place &layout, std::string (*title)(), bool (*mayClose)());
 
 // The main window, or null before there is one: the parent of dialogues.
 QWidget *MainWindow();
