@@ -10,6 +10,7 @@
 #include "main/session.h"
 #include "model/field_model.h"
 #include "model/template_file.h"
+#include "model/work_files.h"
 #include "platform/console/answers.h"
 #include "platform/files.h"
 
@@ -26,6 +27,7 @@ bool LoadTemplate(const std::string &path, const std::string &bytes) {
     ConnectMainWindow();
     SetContainers(MainLayout());
     ResourceDir = WorkFolder();
+    HoldWorkFiles();
     std::string directory;
     std::string name;
     SplitPath(path, directory, name);

@@ -134,7 +134,7 @@ Integer GroupLength(Integer head) {
 }
 
 GroupCounts ReadStore(Integer head, std::string &occurrences) {
-    occurrences = ReadFile(ResourceDir + GroupFileName(head));
+    occurrences = ReadWorkFile(GroupFileName(head));
     const GroupCounts counts = CountsIn(occurrences, head);
     occurrences.erase(0, static_cast<std::size_t>(GroupHeader));
     const auto items = static_cast<std::size_t>(counts.Items);
@@ -148,12 +148,16 @@ GroupCounts ReadStore(Integer head, std::string &occurrences) {
 void ReplaceStore(Integer head, std::string_view occurrences) {
     const Integer length = GroupLength(head);
     const Integer count = length == 0 ? Integer{1} : ToInteger(occurrences.size() / static_cast<std::size_t>(length));
-    BinaryFile rewritten;
-    const auto writeAll = [&](OutputFile &file) {
-        file.Write(GroupStoreHeader(length, count));
-        file.Write(occurrences);
-    };
-    Rewrite(ResourceDir + GroupFileName(head), writeAll, rewritten);
+    if (WorkFilesAreHeld()) {
+        HoldWorkFile(GroupFileName(head), GroupStoreHeader(length, count).append(occurrences));
+    } else {
+        BinaryFile rewritten;
+        const auto writeAll = [&](OutputFile &file) {
+            file.Write(GroupStoreHeader(length, count));
+            file.Write(occurrences);
+        };
+        Rewrite(ResourceDir + GroupFileName(head), writeAll, rewritten);
+    }
     NoteChange(head);
     if (count == 1 && occurrences.find_first_not_of(' ') == std::string_view::npos) Written.erase(head);
 }

@@ -40,10 +40,8 @@ void EmptyRows() {
 
 // The store holds one blank occurrence and nothing else. Looking costs much less than writing one over it.
 bool IsBlankStore(Integer head) {
-    std::string cells;
-    GroupCounts counts;
-    if (FaultOf([&] { counts = ReadStore(head, cells); }) != 0 || counts.Occurrences != 1) return false;
-    return FileSize(ResourceDir + GroupFileName(head)) == GroupHeader + counts.Items && RTrim(cells).empty();
+    std::string store;
+    return FaultOf([&] { store = ReadWorkFile(GroupFileName(head)); }) == 0 && store == BlankStore(GroupLength(head));
 }
 
 // Every group back to one blank occurrence, every list to no choice.

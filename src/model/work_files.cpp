@@ -7,6 +7,7 @@
 #include "platform/items.h"
 
 #include <algorithm>
+#include <map>
 #include <utility>
 #include <vector>
 
@@ -20,6 +21,16 @@ std::string LowByteFirst(Integer number) {
     const auto bits = static_cast<unsigned>(static_cast<std::uint16_t>(number));
     return {static_cast<char>(static_cast<unsigned char>(bits & 0xFF)),
             static_cast<char>(static_cast<unsigned char>(bits >> 8))};
+}
+
+// By name, where they are held.
+std::map<std::string, std::string> Held;
+bool Holds = false;
+
+void WriteBlankStore(const std::string &path, Integer itemCount) {
+    OutputFile file(path, OutputFile::Access::Own);
+    file.Write(BlankStore(itemCount));
+    file.Close(false);
 }
 
 void WriteChoices(const std::string &path, const std::vector<std::string> &choices) {
@@ -81,7 +92,20 @@ std::string ChoiceFileName(Integer element) { return NumberedName("LST", element
 
 std::string GroupFileName(Integer element) { return NumberedName("GRP", element); }
 
+std::string ReadWorkFile(const std::string &name) {
+    if (!Holds) return ReadFile(ResourceDir + name);
+    const auto held = Held.find(name);
+    return held != Held.end() ? held->second : Held.emplace(name, ReadFile(ResourceDir + name)).first->second;
+}
+
+void HoldWorkFiles() { Holds = true; }
+
+bool WorkFilesAreHeld() { return Holds; }
+
+void HoldWorkFile(const std::string &name, std::string bytes) { Held[name] = std::move(bytes); }
+
 void DeleteWorkFiles() {
+    Held.clear();
     DeleteMatching(ResourceDir, "*.XXX");
     DeleteMatching(ResourceDir, "*.$$$");
 }
@@ -100,6 +124,7 @@ void ReplaceWorkFiles(const TemplateContent &content) {
         DeleteMatching(ResourceDir, "*.$$$");
         throw;
     }
+    Held.clear();
     DeleteMatching(ResourceDir, "*.$$$");
 }
 
@@ -109,10 +134,8 @@ std::string GroupStoreHeader(Integer itemCount, Integer occurrenceCount) {
     return LowByteFirst(itemCount) + LowByteFirst(occurrenceCount);
 }
 
-void WriteBlankStore(const std::string &path, Integer itemCount) {
-    OutputFile file(path, OutputFile::Access::Own);
-    file.Write(GroupStoreHeader(itemCount, 1) + std::string(static_cast<std::size_t>(itemCount), ' '));
-    file.Close(false);
+std::string BlankStore(Integer itemCount) {
+    return GroupStoreHeader(itemCount, 1) + std::string(static_cast<std::size_t>(itemCount), ' ');
 }
 
 void TellWorkFileError(Integer number) {

@@ -10,6 +10,18 @@
 std::string ChoiceFileName(Integer element);
 std::string GroupFileName(Integer element);
 
+// The bytes of a work file, by its name. The errors of ReadFile.
+std::string ReadWorkFile(const std::string &name);
+
+// From now on a work file is read once, and a group store is changed in memory alone: for a program that nobody else's
+// work files can concern and that opens no group. Reports are loaded many times as fast.
+void HoldWorkFiles();
+
+bool WorkFilesAreHeld();
+
+// Where they are: the new bytes of one.
+void HoldWorkFile(const std::string &name, std::string bytes);
+
 // Deletes all *.XXX and then all *.$$$ of the resource directory.
 void DeleteWorkFiles();
 
@@ -24,7 +36,7 @@ std::string StagedName(const std::string &name);
 std::string GroupStoreHeader(Integer itemCount, Integer occurrenceCount);
 
 // A store of one blank occurrence.
-void WriteBlankStore(const std::string &path, Integer itemCount);
+std::string BlankStore(Integer itemCount);
 
 // Tells the user that a work file could not be used.
 void TellWorkFileError(Integer number);

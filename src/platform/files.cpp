@@ -247,11 +247,11 @@ std::string ReadFile(const std::string &path) {
     struct stat status {};
     if (fstat(file.Number, &status) != 0) Fail(path);
     if (S_ISDIR(status.st_mode)) throw RuntimeError{PathAccessError};
-    std::string bytes;
+    // One byte more than there should be, so that the end is seen without growing. Pipes and the like tell no length.
+    std::string bytes(status.st_size > 0 ? static_cast<std::size_t>(status.st_size) + 1 : HeldBytes, '\0');
     std::size_t length = 0;
     while (true) {
-        if (length == bytes.size())
-            bytes.resize(std::max({length * 2, static_cast<std::size_t>(status.st_size) + 1, HeldBytes}));
+        if (length == bytes.size()) bytes.resize(length * 2);
         const ssize_t count = Repeated([&] { return read(file.Number, bytes.data() + length, bytes.size() - length); });
         if (count < 0) Fail(path);
         if (count == 0) break;

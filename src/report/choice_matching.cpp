@@ -48,7 +48,7 @@ bool IsOther(std::string_view choice) { return UpperCase(Trim(choice)) == "OTHER
 bool IsClear(std::string_view choice) { return UpperCase(Trim(choice)) == "<RESET/CLEAR FIELD ENTRY>"; }
 
 std::vector<std::string> ReadChoiceFile(Integer element) {
-    ItemInput input = OpenItems(ResourceDir + ChoiceFileName(element));
+    ItemInput input = ItemsOf(ReadWorkFile(ChoiceFileName(element)));
     std::vector<std::string> choices;
     while (!AtEnd(input)) choices.push_back(ReadTextLine(input, Input::Lenient));
     return choices;
