@@ -15,7 +15,7 @@ HelpWindow Help;
 namespace {
 
 // In twips: the window as it opens, the space around its parts, and the sizes below which they stay as they are.
-constexpr long FormWidth = 7800;
+constexpr long FormWidth = 10200; // help texts have lines of up to 80 characters
 constexpr long FormHeight = 6300;
 constexpr long Margin = 50;
 constexpr long ButtonHeight = 450;
