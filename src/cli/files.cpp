@@ -44,10 +44,11 @@ std::string ReadStandardInput() {
     }
 }
 
-// Where a link leads to, so that the output takes the place of what it names and not of the link.
+// Where a path leads, links followed, so that the output takes the place of what a link names and not of the link; ""
+// where nothing is there.
 std::string LinkedPath(const std::string &path) {
     const std::unique_ptr<char, void (*)(void *)> real(realpath(path.c_str(), nullptr), std::free);
-    return real ? real.get() : path;
+    return real ? real.get() : "";
 }
 
 mode_t UsualMode() {
@@ -75,14 +76,18 @@ Result::Result(std::string path, const std::vector<std::string> &inputs) : place
     const bool exists = stat(place.c_str(), &status) == 0;
     for (const std::string &input : inputs)
         if (exists && IsSame(status, StatusOf(input))) throw RuntimeError{FileAlreadyOpen};
-    if (exists && !S_ISREG(status.st_mode))
-        file = std::make_unique<OutputFile>(place, OutputFile::Access::User); // a device or a pipe keeps its place
-    else
-        OpenBeside();
+    const std::string linked = LinkedPath(place);
+    // A device or a pipe keeps its place, and so does a link to what has no name of its own: a file that is not there
+    // yet, or standard output that was deleted.
+    if ((exists && !S_ISREG(status.st_mode)) || (linked.empty() && NameTaken(place))) {
+        file = std::make_unique<OutputFile>(place, OutputFile::Access::User);
+        return;
+    }
+    if (!linked.empty()) place = linked;
+    OpenBeside();
 }
 
 void Result::OpenBeside() {
-    place = LinkedPath(place);
     staged = place;
     const SignalsHeld held;
     const int handle = MakeFileBeside(staged);

@@ -8,6 +8,7 @@ import resource
 import shutil
 import signal
 import subprocess
+import tempfile
 import time
 import unittest
 
@@ -151,6 +152,18 @@ class Behaviour(program.CliTest):
         self.assertEqual(self.run_cli("export", "-f", "csv", "a.rpx", "-o", "/dev/stdout"), plain)
         self.assertEqual(self.run_cli("export", "-f", "csv", "a.rpx", "-o", "/dev/null"), (0, b"", ""))
         self.assertFalse(os.path.isfile("/dev/null"))
+
+    def test_a_link_that_leads_nowhere_stays_a_link(self):
+        plain = self.run_cli("export", "-f", "csv", "a.rpx")[1]
+        os.symlink("new.csv", self.folder / "link.csv")
+        self.assertEqual(self.run_cli("export", "-f", "csv", "a.rpx", "-o", "link.csv"), (0, b"", ""))
+        self.assertTrue((self.folder / "link.csv").is_symlink())
+        self.assertEqual((self.folder / "new.csv").read_bytes(), plain)
+        with tempfile.TemporaryFile() as deleted:
+            os.symlink(f"/proc/{os.getpid()}/fd/{deleted.fileno()}", self.folder / "out.csv")
+            self.assertEqual(self.run_cli("export", "-f", "csv", "a.rpx", "-o", "out.csv"), (0, b"", ""))
+            self.assertEqual(deleted.read(), plain)
+        self.assertTrue((self.folder / "out.csv").is_symlink())
 
     def test_an_output_that_cannot_be_made(self):
         for output, error in (("none/out.txt", "76 - Path not found"), (".", "75 - Path/File access error"),
