@@ -39,12 +39,7 @@ std::string RecoveryPath() { return ResourceDir + std::string(RecoveryName); }
 
 // False where the file cannot be deleted.
 bool DeleteKept() {
-    try {
-        DeleteFile(RecoveryPath());
-        return true;
-    } catch (const RuntimeError &) {
-        return false;
-    }
+    return FaultOf([] { DeleteFile(RecoveryPath()); }) == 0;
 }
 
 EntriesState StateOf(const std::string &entries) { return {Checksum().Add(entries).Value(), StoreChanges()}; }
@@ -120,12 +115,16 @@ Answer AskUser(const EntriesOrigin &origin, const std::string &report) {
                   YesNo + QuestionIcon, Title);
 }
 
+void RefuseTemplate(const EntriesOrigin &origin, const std::string &fault) {
+    Refuse("The Fields Template File " + NameText(origin.TemplateName) +
+           " of the unsaved entries of your last session " + fault + "!");
+}
+
 // The template is there and has the elements that the entries were made for; otherwise after the message.
 bool HasTemplate(const EntriesOrigin &origin) {
     const std::string name = FindName(origin.TemplateDir, origin.TemplateName);
-    const std::string shown = "The Fields Template File " + NameText(origin.TemplateName);
     if (name.empty()) {
-        Refuse(shown + " of the unsaved entries of your last session was not found!");
+        RefuseTemplate(origin, "was not found");
         return false;
     }
     bool same = false;
@@ -137,21 +136,25 @@ bool HasTemplate(const EntriesOrigin &origin) {
     if (fault != 0)
         RefuseError(fault);
     else if (!same)
-        Refuse(shown + " has changed since the unsaved entries of your last session were made!");
+        RefuseTemplate(origin, "has changed since then");
     return same;
 }
 
 bool BringBack(const std::vector<RecoveryItem> &items) {
     const EntriesOrigin origin = OriginOf(items);
     if (!HasTemplate(origin)) return false;
+    bool loaded = false;
     const Integer fault = FaultOf([&] {
-        if (!LoadTemplateAt(origin.TemplateDir, origin.TemplateName)) throw RuntimeError{PathAccessError};
-        PlaceEntries(items);
+        loaded = LoadTemplateAt(origin.TemplateDir, origin.TemplateName);
+        if (loaded) PlaceEntries(items);
     });
-    if (fault != 0) {
-        fault == SubscriptOutOfRange ? RefuseDamaged() : RefuseError(fault);
-        return false;
-    }
+    if (fault == SubscriptOutOfRange)
+        RefuseDamaged();
+    else if (fault != 0)
+        RefuseError(fault);
+    else if (!loaded) // its own message has told why
+        RefuseTemplate(origin, "could not be loaded");
+    if (fault != 0 || !loaded) return false;
     SetListIndex(Quintave.List1[0], 0);
     Ours = true;
     Exists = true;

@@ -117,6 +117,24 @@ class Recovery(DesktopTest):
             desk.key("ctrl+q")
             self.assertEqual(desk.wait_exit(), 0)
 
+    def test_a_signal_that_ends_the_question_leaves_it_for_the_next_start(self):
+        with self.desk() as desk:
+            start_entry(desk)
+            fill(desk, "Title", "Fens")
+            self.wait_until_kept(desk, b"Fens")
+            self.kill(desk)
+            kept = (desk.resources / KEPT).read_bytes()
+            desk.launch()
+            self.assert_question(desk)
+            desk.process.terminate()
+            self.assertEqual(desk.wait_exit(), 128 + signal.SIGTERM)
+            self.assertEqual((desk.resources / KEPT).read_bytes(), kept)
+            desk.launch()
+            self.assert_question(desk)
+            desk.key("Enter")  # Yes is the default
+            start_entry(desk)
+            self.assertEqual(value_of(desk, "Title"), "Fens")
+
     def test_the_question_names_the_report_and_the_one_that_stays_unopened(self):
         with self.desk() as desk:
             start_entry(desk)
@@ -158,8 +176,8 @@ class Recovery(DesktopTest):
             reply(desk, "Yes", TITLE)
             desk.wait_for(lambda: "OK" in (desk.message() or ("", "", []))[2], "the second message")
             self.assert_message(desk, TITLE, REFUSAL.format(
-                "The Fields Template File RECOVER.FTF has changed since the unsaved entries of your last session were "
-                "made!", desk.resources / "quintave-kept1.rec"), ["OK"], icon="red")
+                "The Fields Template File RECOVER.FTF of the unsaved entries of your last session has changed since "
+                "then!", desk.resources / "quintave-kept1.rec"), ["OK"], icon="red")
             desk.key("Enter")
             start_entry(desk)
             self.assertEqual(value_of(desk, "Name"), "")
