@@ -301,6 +301,11 @@ void OutputFile::Flush() {
 }
 
 void OutputFile::Write(std::string_view bytes) {
+    if (bytes.size() >= HeldBytes) { // holding them would only copy them
+        Flush();
+        WriteAll(handle, bytes);
+        return;
+    }
     held += bytes;
     if (held.size() >= HeldBytes) Flush();
 }
