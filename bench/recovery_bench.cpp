@@ -42,7 +42,7 @@ void Remove(long least) {
 
 // One tick of the timer after a change.
 void Keep(Integer &turn) {
-    Progress.ClockAhead += Interval;
+    Progress.Clock += Interval;
     RowValue[0] = std::to_string(turn = static_cast<Integer>(turn % 1000 + 1));
     UserTicks(Quintave.RecoveryTimer);
 }
@@ -62,7 +62,7 @@ void LookAtUnchangedValues(benchmark::State &state) {
     Integer turn = 0;
     Keep(turn);
     for ([[maybe_unused]] auto run : state) {
-        Progress.ClockAhead += Interval;
+        Progress.Clock += Interval;
         UserTicks(Quintave.RecoveryTimer);
     }
     Remove(Rows * 30L);

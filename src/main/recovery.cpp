@@ -17,8 +17,8 @@
 
 namespace {
 
-constexpr long long LeastWait = 10000;  // milliseconds between two writes
-constexpr long long WritingShare = 100; // of the time at most one part in so many goes into writing
+constexpr long long LeastWait = 10000; // milliseconds between two writes
+constexpr long long WritingShare = 20; // of the time at most one part in so many goes into writing
 
 constexpr std::string_view Title = "UNSAVED ENTRIES";
 

@@ -45,11 +45,23 @@ TEST_F(RecoveryMoments, EntriesAreKeptAtMostEveryTenSeconds) {
     StartWithEntries();
     const ino_t first = Inode();
     Enter(LastRow, "a");
-    Progress.ClockAhead += 9000;
+    Progress.Clock += 9000;
     UserTicks(Quintave.RecoveryTimer);
     EXPECT_EQ(Inode(), first);
-    Progress.ClockAhead += 1000;
+    Progress.Clock += 1000;
     UserTicks(Quintave.RecoveryTimer);
+    EXPECT_NE(Inode(), first);
+}
+
+TEST_F(RecoveryMoments, WhereTheDiskIsSlowTheyAreKeptLessOften) {
+    Progress.ClockStep = 1000; // a write takes as long
+    StartWithEntries();
+    Progress.ClockStep = 0;
+    const ino_t first = Inode();
+    Enter(LastRow, "a");
+    TenSecondsPass();
+    EXPECT_EQ(Inode(), first);
+    TenSecondsPass();
     EXPECT_NE(Inode(), first);
 }
 

@@ -121,7 +121,7 @@ void QuitWithSaving() {
 void ChangeValueAndWait() {
     constexpr long long Longest = 60'000; // milliseconds until entries may be kept again
     EnterValue(Quintave.List1[0], 0, "Lakes");
-    Progress.ClockAhead += Longest;
+    Progress.Clock += Longest;
 }
 
 void JumpToFirst() {

@@ -39,7 +39,7 @@ inline constexpr Integer GroupElement = 5;
 
 // Lets the time go by until the entries may be kept again, and the timer tick.
 inline void TenSecondsPass() {
-    Progress.ClockAhead += 10000;
+    Progress.Clock += 10000;
     UserTicks(Quintave.RecoveryTimer);
 }
 

@@ -6,7 +6,6 @@
 #include "platform/console/user.h"
 
 #include <array>
-#include <chrono>
 #include <ctime>
 #include <utility>
 
@@ -60,7 +59,4 @@ std::string ShortDate() {
     return {text.data(), std::strftime(text.data(), text.size(), "%x", &date)};
 }
 
-long long SteadyMilliseconds() {
-    using namespace std::chrono;
-    return Progress.ClockAhead + duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
-}
+long long SteadyMilliseconds() { return Progress.Clock += Progress.ClockStep; }

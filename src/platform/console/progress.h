@@ -6,7 +6,8 @@ struct Control;
 struct ConsoleProgress {
     bool PointerIsBusy = false;
     void (*OnRepaint)(const Control &control) = nullptr; // runs for each control painted meanwhile
-    long long ClockAhead = 0;                            // milliseconds by which its clock is ahead of the system's
+    long long Clock = 0;                                 // its milliseconds, which only tests let go by
+    long long ClockStep = 0;                             // how many go by whenever somebody looks at the clock
 };
 
 extern ConsoleProgress Progress;
