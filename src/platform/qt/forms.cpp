@@ -27,7 +27,6 @@ public:
     FormWindow(Control &control, std::initializer_list<Control *> controls) : form(control), parts(controls) {
         setObjectName(QString::fromUtf8(form.Name.data(), static_cast<qsizetype>(form.Name.size())));
         setWindowTitle(AsLabel(form.Caption));
-        setWindowIcon(ProgramIcon());
         for (Control *part : parts) {
             AddView(*part, this);
             WidgetOf(*part)->setFocusPolicy(Qt::StrongFocus);

@@ -121,7 +121,7 @@ View MakeLabel(Control &control, QWidget *parent, int columns) {
 
 View MakeImage(QWidget *parent) {
     auto *image = new QLabel(parent);
-    image->setPixmap(ProgramIcon().pixmap(QSize(ImagePixels, ImagePixels), image->devicePixelRatioF()));
+    image->setPixmap(ProgramPicture(ImagePixels, image->devicePixelRatioF()));
     image->setAlignment(Qt::AlignTop);
     image->setMargin(ImagePixels / 8);
     return {image, [](unsigned) {}};

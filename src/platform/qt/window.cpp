@@ -220,7 +220,6 @@ QWidget *BuildMainWindow(const Place &layout, std::string (*title)(), bool (*may
     TheWindow = new Window(mayClose);
     Title = title;
     ShowTitle();
-    TheWindow->setWindowIcon(ProgramIcon());
     auto *box = new QVBoxLayout(TheWindow);
     box->setContentsMargins(0, 0, 0, 0); // the frames fill it
     AddParts(*box, layout, TheWindow);
