@@ -51,6 +51,7 @@ void StoreFieldValue(Integer element, const std::string &value) {
     else
         slot = value;
     ShowSlot(row);
+    if (!IsList(element)) return;
     MatchChoiceValue(element);
     ShowSlot(row);
 }
