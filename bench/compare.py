@@ -34,14 +34,15 @@ def shown(row):
 def main(build, *names):
     with tempfile.TemporaryDirectory(prefix="quintave-bench-") as folder:
         table = [("", "measured", "ratio", "target", "")]
-        measured = {}
+        kept = build / "measured.json"
+        measured = json.loads(kept.read_text()) if kept.exists() else {}
         for name in names or PARTS:
             rows = PARTS[name](build, Path(folder), measured)
             table += [shown(row) for row in rows]
     widths = [max(len(row[column]) for row in table) for column in range(len(table[0]))]
     for row in table:
         print("  ".join(text.ljust(width) for text, width in zip(row, widths)).rstrip())
-    (build / "measured.json").write_text(json.dumps(measured, indent=1))
+    kept.write_text(json.dumps(measured, indent=1))
 
 
 if __name__ == "__main__":

@@ -26,7 +26,7 @@ from display import Display, die_with_parent  # noqa: E402  (its folder has to b
 
 REST = 0.4  # seconds without drawing; a caret blinks more slowly
 TOO_LONG = 30
-ROUNDS = 15
+ROUNDS = 9
 
 
 class Bare(Display):
@@ -136,11 +136,13 @@ def largest_template(folder):
 
 def rows(build, folder, _measured):
     own = [build / "quintave", "--resources", largest_template(folder)]
-    found = starts({"empty": ([build / "bench/empty-window"], ()), "own": (own, ("space",)),
+    empty = build / "bench/empty-window"
+    found = starts({"empty": ([empty], ()), "text": ([empty, "Text"], ()), "own": (own, ("space",)),
                     "mousepad": (["mousepad"], None), "featherpad": (["featherpad", "--standalone"], None)}, ROUNDS)
     seconds = {name: figures[0] for name, figures in found.items()}
     memory = {name: figures[1] for name, figures in found.items()}
-    for name, what, most in (("empty", "an empty window", 1.5), ("mousepad", "mousepad", 1), ("featherpad", "featherpad", 1)):
+    for name, what, most in (("empty", "an empty window", 1.5), ("text", "a window with one word", None),
+                             ("mousepad", "mousepad", 1), ("featherpad", "featherpad", 1)):
         yield (f"start to the entry screen: to {what}", f"{seconds['own'] * 1e3:.0f} ms, {seconds[name] * 1e3:.0f} ms",
                seconds["own"] / seconds[name], most)
     yield ("resident memory: to an empty window", f"{memory['own'] / 1e6:.1f} MB, {memory['empty'] / 1e6:.1f} MB",
