@@ -1,6 +1,6 @@
 """One table: what the program costs, beside what it is to cost at most. Run by scripts/bench.
 
-    compare.py BUILD [PART...]     parts: core start window print archive; without any, all of them
+    compare.py BUILD [PART...]     parts: core growth start window print archive; without any, all of them
 
 Each cost is measured beside its yardstick in the same run, so the targets are ratios. Seconds of work without a window
 are the processor's, the least of several runs, so that other work on the machine counts little; what a user waits for
@@ -18,8 +18,8 @@ import printing
 import start_up
 import window
 
-PARTS = {"core": core.rows, "start": start_up.rows, "window": window.rows, "print": printing.rows,
-         "archive": archive.rows}
+PARTS = {"core": core.rows, "growth": core.growth_rows, "start": start_up.rows, "window": window.rows,
+         "print": printing.rows, "archive": archive.rows}
 
 
 def shown(row):

@@ -78,7 +78,7 @@ void Press(Qt::Key key, const QString &text = {}) {
 void OpenWindow() {
     ConnectMainWindow();
     if (!LoadMainWindow({.Resources = Folder(), .Report = ""})) Fail("start");
-    ShowMainWindow(MainLayout(), CloseMainWindow, OfferSave, EndSession);
+    ShowMainWindow(MainLayout(), WindowTitle, CloseMainWindow, OfferSave, EndSession);
     ActivateMainWindow();
     dynamic_cast<QPushButton &>(*WidgetOf(Quintave.LogoOff)).click();
     if (!QTest::qWaitForWindowExposed(MainWindow())) Fail("show");
@@ -137,7 +137,7 @@ void Load(int fields) {
     WriteIn("BENCH.RPX", ManyRecords(fields));
     OpenWindow();
     AnswerNo();
-    Measure("load", Quintave.List1[0], [] { LoadStartFile(Folder() + "BENCH.RPX"); });
+    Measure("load", Quintave.List1[0], [] { Report([] { LoadStartFile(Folder() + "BENCH.RPX"); }); });
     if (!RowValue[0].ends_with("|value number 0")) Fail("load");
 }
 

@@ -30,8 +30,18 @@ struct Writing {
     std::vector<Integer> Headings;
 };
 
+// Not put together first: a value may be long.
+void WriteQuoted(OutputFile &file, std::string_view text, std::string_view end) {
+    file.Write("\"");
+    file.Write(text);
+    file.Write("\"");
+    file.Write(end);
+}
+
 void WriteRecord(OutputFile &file, Integer level, long count, std::string_view title, std::string_view text) {
-    file.Write(std::to_string(level) + "," + std::to_string(count) + "," + Quoted(title) + "," + Quoted(text) + NL);
+    file.Write(std::to_string(level) + "," + std::to_string(count) + ",");
+    WriteQuoted(file, title, ",");
+    WriteQuoted(file, text, NL);
 }
 
 void WriteLines(OutputFile &file, Integer element, std::string_view piece) {
@@ -42,7 +52,7 @@ void WriteLines(OutputFile &file, Integer element, std::string_view piece) {
     }
     lines.push_back(piece);
     WriteRecord(file, LevelOf(element), static_cast<long>(lines.size()), FieldTitle[element], lines[0]);
-    for (std::size_t i = 1; i < lines.size(); ++i) file.Write(Quoted(lines[i]) + NL);
+    for (std::size_t i = 1; i < lines.size(); ++i) WriteQuoted(file, lines[i], NL);
 }
 
 // The records of one element's value, one for each instance.

@@ -6,14 +6,30 @@
 
 #include <gtest/gtest.h>
 
-TEST(Icon, IsTheInstalledOneAtEverySize) {
+namespace {
+
+// Whether a pixmap shows what is installed at a size.
+bool IsInstalled(const QPixmap &shown, int size) {
+    const QImage installed(QString(ICON_FOLDER "/%1.png").arg(size));
+    constexpr auto Format = QImage::Format_ARGB32_Premultiplied; // what a pixmap holds
+    return installed.size() == QSize(size, size) &&
+           shown.toImage().convertToFormat(Format) == installed.convertToFormat(Format);
+}
+
+} // namespace
+
+TEST(Icon, IsTheInstalledOneAtEverySizeThatWindowManagersDraw) {
     const QIcon icon = ProgramIcon();
-    for (const int size : {16, 24, 32, 48, 64, 96, 128, 192, 256}) {
-        const QImage installed(QString(ICON_FOLDER "/%1.png").arg(size));
-        ASSERT_EQ(installed.size(), QSize(size, size));
-        const QImage shown = icon.pixmap(QSize(size, size), 1.0).toImage();
-        constexpr auto Format = QImage::Format_ARGB32_Premultiplied; // what a pixmap holds
-        EXPECT_TRUE(shown.convertToFormat(Format) == installed.convertToFormat(Format)) << size;
+    for (const int size : {16, 24, 32, 48, 64}) EXPECT_TRUE(IsInstalled(icon.pixmap(QSize(size, size), 1.0), size));
+}
+
+TEST(Icon, IsPaintedFromTheInstalledPictureOfTheScreensPixels) {
+    for (const int ratio : {1, 2}) {
+        const QPixmap picture = ProgramPicture(128, ratio);
+        EXPECT_EQ(picture.deviceIndependentSize(), QSizeF(128, 128));
+        QPixmap pixels = picture;
+        pixels.setDevicePixelRatio(1);
+        EXPECT_TRUE(IsInstalled(pixels, 128 * ratio));
     }
 }
 

@@ -1,7 +1,6 @@
 // Windows of their own, whose parts the program places (OpenForm in platform/front.h).
 #include "platform/controls.h"
 #include "platform/front.h"
-#include "platform/qt/icon.h"
 #include "platform/qt/text.h"
 #include "platform/qt/views.h"
 #include "platform/qt/window.h"

@@ -2,7 +2,6 @@
 #include "platform/qt/window.h"
 
 #include "platform/front.h"
-#include "platform/qt/icon.h"
 #include "platform/qt/views.h"
 
 #include <QBoxLayout>
