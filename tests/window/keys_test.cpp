@@ -144,6 +144,16 @@ TEST_F(Keys, CtrlTogetherWithShiftOrAltDoesNothing) {
     EXPECT_EQ(Box().toPlainText(), "");
 }
 
+TEST_F(Keys, TheFocusIsSeenBeforeAnyKey) {
+    folder.Write("quintave.tbl", "\"\",\"site.ftf\",\"-1\"\r\n");
+    WriteTemplate(AllKinds());
+    StartUp();
+    ASSERT_EQ(FocusName(), "LogoOff");
+    const QImage focused = Named("LogoOff").grab().toImage();
+    Named("LogoQuit").setFocus(Qt::OtherFocusReason);
+    EXPECT_NE(Named("LogoOff").grab().toImage(), focused);
+}
+
 TEST_F(Keys, ShortcutsAreDeadOnTheStartUpFrame) {
     folder.Write("quintave.tbl", "\"\",\"site.ftf\",\"-1\"\r\n");
     WriteTemplate(AllKinds());

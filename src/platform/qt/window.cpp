@@ -46,6 +46,11 @@ public:
     explicit Window(bool (*question)()) : mayClose(question) {}
 
 protected:
+    void showEvent(QShowEvent *event) override {
+        QWidget::showEvent(event);
+        setAttribute(Qt::WA_KeyboardFocusChange); // buttons show the focus before the first Tab, too
+    }
+
     void closeEvent(QCloseEvent *event) override {
         if (MayCloseUnasked) return;
         bool closes = false;
