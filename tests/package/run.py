@@ -82,7 +82,9 @@ class Lint(PackageTest):
 
     def test_the_package(self):
         output, status = run("lintian", "--allow-root", "-EvIL", "+pedantic", package())
-        self.assertEqual([line for line in output.splitlines() if re.match(r"[EWIPX]: ", line)], [])
+        # The compiler keeps long texts in pieces that overlap: "session wasn was not found" is none of ours.
+        said = [line for line in output.splitlines() if "spelling-error-in-binary wasn was" not in line]
+        self.assertEqual([line for line in said if re.match(r"[EWIPX]: ", line)], [])
         self.assertEqual(status, 0, output)
 
 
