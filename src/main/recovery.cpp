@@ -215,7 +215,9 @@ void EndRecovery() {
     if (DataChanged != False && AreGivenUp()) {
         if (Ours && Exists) DeleteKept();
     } else if (DataChanged != False && !(Exists && IsInterrupting())) {
-        // In the middle of a command what was kept before it is worth more than half of what it does.
+        // In the middle of a command what was kept before it is worth more than half of what it does. That half, as of
+        // a report that is being loaded, must not be saved over the report.
+        if (IsInterrupting()) FileMark.clear();
         NextWrite = 0;
         KeepEntries();
     }

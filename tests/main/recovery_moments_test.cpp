@@ -263,6 +263,31 @@ TEST_F(RecoveryMoments, ASignalInTheMiddleOfTheFirstCommandKeepsWhatThereIs) {
     EXPECT_TRUE(folder.Has(KeptName));
 }
 
+// The report is not the one that Save would write to any more: half of it would take its place.
+TEST_F(RecoveryMoments, ASignalInTheMiddleOfALoadKeepsNoNameOfTheReport) {
+    const std::string report = "0,\"QuintaveV2\",\"SITE.FTF\"\r\n1,1,\"Title\",\"Lakes\"\r\n1,6,\"Last\",\"End\"\r\n";
+    folder.Write("a.rpx", report);
+    Crash([this] {
+        Enter(TitleRow, "Wells");
+        Dialogs.Texts = {folder.Path() + "a.rpx"};
+        Dialogs.Reply = [](const ShownMessage &) {
+            EXPECT_EQ(FileMark, "a.rpx");
+            EndOnSignal();
+            kill(getpid(), HasFailure() ? SIGABRT : SIGKILL);
+            return NoAnswer;
+        };
+        Press(Quintave.CommandAdd);
+        ADD_FAILURE() << "the load asked nothing";
+    });
+    ASSERT_TRUE(folder.Has(KeptName));
+    StartAnswering(YesAnswer);
+    EXPECT_EQ(RowValue[TitleRow], "Wells");
+    EXPECT_EQ(FileMark, "");
+    Press(Quintave.CommandSave);
+    EXPECT_EQ(Dialogs.Asked.size(), 1U);
+    EXPECT_EQ(folder.Read("a.rpx"), report);
+}
+
 TEST_F(RecoveryMoments, AnEndThatAsksNothingKeepsThem) {
     StartWithEntries();
     Press(Quintave.CommandPrint);
