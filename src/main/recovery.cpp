@@ -18,7 +18,8 @@
 namespace {
 
 constexpr long long LeastWait = 10000; // milliseconds between two writes
-constexpr long long WritingShare = 20; // of the time at most one part in so many goes into writing
+constexpr long long WritingShare = 20; // of the time at most one part in so many goes into writing,
+constexpr long long MostWait = 60000;  // up to this wait: one slow write says little of the next one
 
 constexpr std::string_view Title = "UNSAVED ENTRIES";
 
@@ -61,7 +62,7 @@ void KeepEntries() {
     // A disk that is full or refuses is told when the user saves; a message of ours would only be in the way.
     if (fault != 0) DeleteUnfinishedRecovery();
     const long long end = SteadyMilliseconds();
-    NextWrite = end + std::max(LeastWait, WritingShare * (end - now));
+    NextWrite = end + std::clamp(WritingShare * (end - now), LeastWait, MostWait);
 }
 
 bool AreGivenUp() {

@@ -65,6 +65,20 @@ TEST_F(RecoveryMoments, WhereTheDiskIsSlowTheyAreKeptLessOften) {
     EXPECT_NE(Inode(), first);
 }
 
+TEST_F(RecoveryMoments, OneVerySlowWriteDelaysTheNextByAMinuteAtMost) {
+    Progress.ClockStep = 30000; // a write takes as long
+    StartWithEntries();
+    Progress.ClockStep = 0;
+    const ino_t first = Inode();
+    Enter(LastRow, "a");
+    Progress.Clock += 59000;
+    UserTicks(Quintave.RecoveryTimer);
+    EXPECT_EQ(Inode(), first);
+    Progress.Clock += 1000;
+    UserTicks(Quintave.RecoveryTimer);
+    EXPECT_NE(Inode(), first);
+}
+
 TEST_F(RecoveryMoments, WhatHasNotChangedIsNotWrittenAgain) {
     StartWithEntries();
     const ino_t first = Inode();
