@@ -67,6 +67,7 @@ int Run(int count, char **texts) {
 int main(int argc, char **argv) {
     OpenStandardFiles();
     std::signal(SIGPIPE, SIG_DFL); // a reader that has seen enough ends the program without a word
+    std::signal(SIGXFSZ, SIG_IGN); // a file that may not grow is told like a full disk
     static char name[] = "quintave-cli";
     if (argc > 0) argv[0] = name;
     const int status = Run(argc, argv);

@@ -185,7 +185,7 @@ class Behaviour(program.CliTest):
         self.write("out.csv", b"old")
 
         def small_files():
-            signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+            signal.signal(signal.SIGXFSZ, signal.SIG_DFL)
             resource.setrlimit(resource.RLIMIT_FSIZE, (100_000, 100_000))
 
         for arguments in (["export", "-f", "csv"], ["print"]):

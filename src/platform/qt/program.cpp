@@ -94,6 +94,7 @@ void NeedDisplay(int argc, char **argv) {
 
 void StartProgram(int &argc, char **argv) {
     NeedDisplay(argc, argv);
+    std::signal(SIGXFSZ, SIG_IGN); // a file that may not grow is told like a full disk
     // The toolkit's file dialog would write down where the user has been; nothing is kept between runs but his files.
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
     auto *application = new QApplication(argc, argv); // lives as long as the process
