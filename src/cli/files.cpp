@@ -22,6 +22,11 @@ bool IsSame(const struct stat &a, const struct stat &b) {
     return S_ISREG(a.st_mode) && a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
 
+bool IsStandardOutput(const struct stat &status) {
+    struct stat output {};
+    return fstat(STDOUT_FILENO, &output) == 0 && IsSame(output, status);
+}
+
 // What an input is; nothing where it cannot be found.
 struct stat StatusOf(const std::string &input) {
     struct stat status {};
@@ -60,8 +65,7 @@ mode_t UsualMode() {
 } // namespace
 
 std::string ReadInput(const std::string &path) {
-    struct stat output {};
-    if (fstat(STDOUT_FILENO, &output) == 0 && IsSame(output, StatusOf(path))) throw RuntimeError{FileAlreadyOpen};
+    if (IsStandardOutput(StatusOf(path))) throw RuntimeError{FileAlreadyOpen};
     return path == "-" ? ReadStandardInput() : ReadFile(path);
 }
 
@@ -76,6 +80,12 @@ Result::Result(std::string path, const std::vector<std::string> &inputs) : place
     const bool exists = stat(place.c_str(), &status) == 0;
     for (const std::string &input : inputs)
         if (exists && IsSame(status, StatusOf(input))) throw RuntimeError{FileAlreadyOpen};
+    // A file that took its place would lose what the other commands of a shell write to it: /dev/stdout is one name of
+    // it.
+    if (exists && IsStandardOutput(status)) {
+        file = std::make_unique<OutputFile>(dup(STDOUT_FILENO));
+        return;
+    }
     const std::string linked = LinkedPath(place);
     // A device or a pipe keeps its place, and so does a link to what has no name of its own: a file that is not there
     // yet, or standard output that was deleted.

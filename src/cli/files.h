@@ -15,7 +15,7 @@ std::string ReadInput(const std::string &path);
 // What messages about an output name.
 std::string OutputName(const std::string &path);
 
-// An output being written. Without a path, or with "-", it is standard output.
+// An output being written. Without a path, or with "-" or another name of it, it is standard output.
 class Result {
 public:
     // Error 55 where the path leads to one of the inputs; those of making a file beside its place.

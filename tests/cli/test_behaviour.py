@@ -153,6 +153,20 @@ class Behaviour(program.CliTest):
         self.assertEqual(self.run_cli("export", "-f", "csv", "a.rpx", "-o", "/dev/null"), (0, b"", ""))
         self.assertFalse(os.path.isfile("/dev/null"))
 
+    def test_standard_output_by_another_name_keeps_what_others_wrote(self):
+        plain = self.run_cli("export", "-f", "csv", "a.rpx")[1]
+        merged = ("merge", "-t", "SITE.FTF", "--add", "a.rpx")
+        for arguments, whole in ((("export", "-f", "csv", "a.rpx"), plain),
+                                 (merged, self.run_cli(*merged, "-o", "-")[1])):
+            for name in ("/dev/stdout", "/dev/fd/1", "out.csv"):
+                for sign, old in ((">", b""), (">>", b"old\n")):
+                    self.write("out.csv", b"old\n")
+                    command = f"'{program.PATH}' {' '.join(arguments)} -o {name}"
+                    script = f"{{ echo before; {command}; echo after; }} {sign}out.csv"
+                    done = subprocess.run(["sh", "-c", script], cwd=self.folder, env=self.env, timeout=60)
+                    self.assertEqual(done.returncode, 0)
+                    self.assertEqual((self.folder / "out.csv").read_bytes(), old + b"before\n" + whole + b"after\n")
+
     def test_a_link_that_leads_nowhere_stays_a_link(self):
         plain = self.run_cli("export", "-f", "csv", "a.rpx")[1]
         os.symlink("new.csv", self.folder / "link.csv")
