@@ -1,5 +1,6 @@
 // quintave-cli check: what loading reports would ask, refuse or cut.
 #include "cli/commands.h"
+#include "cli/double_quotes.h"
 #include "cli/files.h"
 #include "cli/messages.h"
 #include "cli/options.h"
@@ -106,7 +107,10 @@ void CheckReport(const std::string &path, const std::vector<std::string> &words)
     Present = path;
     const Integer fault = FaultOf([&] {
         EmptyEntries();
-        if (LoadReport(ItemsOf(ReadInput(path))) == LoadResult::Whole && !words.empty()) TellEmptyFields(words);
+        const ItemInput report = ItemsOf(ReadInput(path));
+        const LoadResult result = LoadReport(report);
+        for (const QuotedValue &value : FindDoubleQuotes(report)) TellFound(value.Line, DoubleQuoteText(value.Title));
+        if (result == LoadResult::Whole && !words.empty()) TellEmptyFields(words);
     });
     if (fault != 0) Raise(TellFileError(path, fault));
 }

@@ -1,6 +1,7 @@
 // quintave-cli merge: reports loaded on top of each other, and saved as one.
 #include "report/merge.h"
 #include "cli/commands.h"
+#include "cli/double_quotes.h"
 #include "cli/files.h"
 #include "cli/messages.h"
 #include "cli/options.h"
@@ -29,12 +30,23 @@ Answer AnswerMerge(const ShownMessage &message) {
     return DefaultAnswer(message.Style);
 }
 
+void TellDoubleQuotes(const ItemInput &report) {
+    for (const QuotedValue &value : FindDoubleQuotes(report)) {
+        TellMessage(Present, value.Line, DoubleQuoteText(value.Title));
+        Status = std::max<int>(Status, SomethingFound);
+    }
+}
+
 // False where nothing of the report was loaded.
 bool LoadOne(const std::string &path) {
     Present = path;
     SplitPath(path, ReportFileDir, ReportFileName);
     LoadResult result = LoadResult::Refused;
-    const Integer fault = FaultOf([&] { result = LoadReport(ItemsOf(ReadInput(path))); });
+    const Integer fault = FaultOf([&] {
+        const ItemInput report = ItemsOf(ReadInput(path));
+        result = LoadReport(report);
+        TellDoubleQuotes(report);
+    });
     if (fault != 0) TellFileError(path, fault);
     if (result == LoadResult::Refused) Status = FileFault;
     return result != LoadResult::Refused;
