@@ -203,6 +203,12 @@ void RecoveryTimer_Timer() {
         KeepEntries();
 }
 
+void KeepBeforeAsking() {
+    if (IsInterrupting() || DataChanged == False) return;
+    NextWrite = 0;
+    KeepEntries();
+}
+
 void SettleRecovery() {
     if (Ours && Exists && DataChanged == False) Exists = !DeleteKept(); // tried again at the next tick
 }

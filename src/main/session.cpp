@@ -79,6 +79,7 @@ void EmptyEntries() {
 // The question, where there is something to lose; then the save.
 bool MayReset() {
     if (DataChanged == False) return true;
+    KeepBeforeAsking();
     const Answer answer = MsgBox("Do you want to SAVE these field settings before you RESET?",
                                  YesNoCancel + SecondIsDefault, "CLEAR ALL FIELDS (Reset)");
     return answer != CancelAnswer && (answer == NoAnswer || SaveBefore());
@@ -87,6 +88,7 @@ bool MayReset() {
 // Asks whether to save before the program ends. False where it is not to end.
 bool MayEnd(std::string_view question, std::string_view title) {
     if (DataChanged == False) return true;
+    KeepBeforeAsking();
     const Answer answer = MsgBox(question, YesNoCancel, title);
     if (answer == NoAnswer) GiveUpEntries();
     return answer != CancelAnswer && (answer == NoAnswer || SaveBefore());

@@ -3,6 +3,7 @@
 
 #include "groups/open_group.h"
 #include "main/main_window.h"
+#include "main/recovery.h"
 #include "model/field_model.h"
 #include "platform/codepage.h"
 #include "platform/dialogs.h"
@@ -48,6 +49,7 @@ void LoadReport(const std::string &directory, const std::string &name) {
 
 // The full path of the report that the user picks; "" for none.
 std::string AskForReport() {
+    KeepBeforeAsking();
     Quintave.cmDialog = {.Title = "Pick a '*.RPX' file to add...",
                          .InitDir = ReportFileDir,
                          .Filter = "Quintave Files(*.rpx)|*.rpx|All files(*.*)|*.*",

@@ -3,6 +3,7 @@
 
 #include "groups/open_group.h"
 #include "main/main_window.h"
+#include "main/recovery.h"
 #include "model/field_model.h"
 #include "platform/codepage.h"
 #include "platform/dialogs.h"
@@ -13,6 +14,7 @@ namespace {
 
 // False where the dialog itself failed and is to be shown again.
 bool AskForName(std::string &path) {
+    KeepBeforeAsking();
     Quintave.cmDialog = {.Title = "Name a Quintave report (*.RPX) output file...",
                          .InitDir = ReportFileDir,
                          .Filter = "Quintave Files(*.rpx)|*.rpx|All files(*.*)|*.*",

@@ -127,6 +127,41 @@ TEST_F(RecoveryMoments, TheTickWaitsForTheCommandInWhoseMiddleItCame) {
     EXPECT_TRUE(folder.Has(KeptName));
 }
 
+// No tick keeps anything while the question is open.
+TEST_F(RecoveryMoments, ASignalOverAQuestionFindsTheNewestEntriesKept) {
+    const auto end = [](const ShownMessage &) {
+        EndOnSignal();
+        kill(getpid(), SIGKILL);
+        return NoAnswer;
+    };
+    for (const auto &command : {+[] { RunAsEvent([] { CloseMainWindow(); }); }, +[] { Press(Quintave.CommandQuit); },
+                                +[] { Press(Quintave.CommandReset); }}) {
+        Crash([&] {
+            Enter(TitleRow, "Wells");
+            TenSecondsPass();
+            Enter(LastRow, "newest");
+            Dialogs.Reply = end;
+            command();
+        });
+        Crash([this] {
+            EXPECT_EQ(RowValue[LastRow], "newest");
+            SaveAs("a.rpx");
+        });
+    }
+}
+
+TEST_F(RecoveryMoments, AFileDialogueFindsTheNewestEntriesKept) {
+    for (Control *command : {&Quintave.CommandSave, &Quintave.CommandAdd}) {
+        SCOPED_TRACE(command->Name);
+        StartWithEntries();
+        Enter(LastRow, "newest");
+        Press(*command); // cancelled
+        EXPECT_THAT(folder.Read(KeptName), testing::HasSubstr("newest"));
+        UnlockDirectory();
+        fs::remove(folder.Path() + KeptName);
+    }
+}
+
 TEST_F(RecoveryMoments, TheFileIsTheUsersAloneAndNoWorkFile) {
     StartWithEntries();
     struct stat status {};
@@ -284,7 +319,10 @@ TEST_F(RecoveryMoments, ASignalInTheMiddleOfALoadKeepsNoNameOfTheReport) {
     Crash([this] {
         Enter(TitleRow, "Wells");
         Dialogs.Texts = {folder.Path() + "a.rpx"};
+        fs::create_directory("quintave.$$$"); // nothing can be kept before the load
         Dialogs.Reply = [](const ShownMessage &) {
+            EXPECT_FALSE(fs::exists(KeptName));
+            fs::remove("quintave.$$$");
             EXPECT_EQ(FileMark, "a.rpx");
             EndOnSignal();
             kill(getpid(), HasFailure() ? SIGABRT : SIGKILL);
