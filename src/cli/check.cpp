@@ -51,6 +51,10 @@ void TellCutMember(Integer member) {
                                 " characters that the Fields Template File allows!");
 }
 
+void TellReplacedValue(Integer element) {
+    TellFound(RecordLine(), "The field " + FieldTitle[element] + " takes one value: this one replaces that before it!");
+}
+
 // The element's help line begins with one of the words (upper case), letters in either case.
 bool IsRequired(Integer element, const std::vector<std::string> &words) {
     const std::string help = UpperCase(FieldExtra[element][HelpLine]);
@@ -107,8 +111,10 @@ void CheckReport(const std::string &path, const std::vector<std::string> &words)
     Present = path;
     const Integer fault = FaultOf([&] {
         EmptyEntries();
-        const ItemInput report = ItemsOf(ReadInput(path));
+        const std::string bytes = ReadInput(path);
+        const ItemInput report = ItemsOf(bytes);
         const LoadResult result = LoadReport(report);
+        if (const long line = CuttingLine(bytes); line != 0) TellFound(line, CutByEndMark);
         for (const QuotedValue &value : FindDoubleQuotes(report)) TellFound(value.Line, DoubleQuoteText(value.Title));
         if (result == LoadResult::Whole && !words.empty()) TellEmptyFields(words);
     });
@@ -135,6 +141,7 @@ int CheckReports(const Arguments &arguments) {
     InstancesMeant = arguments.Has("add");
     Dialogs.Reply = AnswerLoad;
     OnCutMember = TellCutMember;
+    OnReplacedValue = TellReplacedValue;
     std::size_t done = 0;
     for (const std::string &path : arguments.Files) {
         CheckReport(path, wanted);

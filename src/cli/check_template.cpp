@@ -63,8 +63,10 @@ void CheckLoaded(const std::string &path, const std::string &bytes, TemplateWalk
 int CheckOne(const std::string &path) {
     TemplateWalk walk;
     const Integer error = FaultOf([&] {
-        const ItemInput input = ItemsOf(ReadInput(path));
+        const std::string bytes = ReadInput(path);
+        const ItemInput input = ItemsOf(bytes);
         walk = WalkTemplate(input);
+        if (const long line = CuttingLine(bytes); line != 0) walk.Faults.push_back({line, std::string(CutByEndMark)});
         if (!walk.Refused) CheckLoaded(path, input.Bytes, walk);
     });
     std::stable_sort(walk.Faults.begin(), walk.Faults.end(),

@@ -57,6 +57,15 @@ bool LoadTemplateOf(const Arguments &arguments) {
     return loaded;
 }
 
+long CuttingLine(std::string_view bytes) {
+    using namespace std::string_view_literals;
+    const std::size_t mark = bytes.find('\x1A');
+    if (mark == std::string_view::npos || bytes.find_first_not_of(" \t\r\n\x1A\0"sv, mark) == std::string_view::npos)
+        return 0;
+    LinePlace counted;
+    return LineAt(counted, bytes, mark);
+}
+
 void EmptyEntries() {
     DataChanged = False; // nobody is to be asked
     CommandReset_Click();

@@ -4,6 +4,7 @@
 #include "platform/items.h"
 
 #include <string>
+#include <string_view>
 
 struct Arguments;
 struct ShownMessage;
@@ -14,6 +15,10 @@ bool LoadTemplate(const std::string &path, const std::string &bytes);
 
 // The template that --template names; false after the message of what keeps it from being used.
 bool LoadTemplateOf(const Arguments &arguments);
+
+// The line of the end mark (1A hex) that keeps something behind it from being read; 0 where there is none.
+long CuttingLine(std::string_view bytes);
+inline constexpr std::string_view CutByEndMark = "The byte 1A ends the file here: what stands behind it is not read";
 
 // No entries, as after Reset.
 void EmptyEntries();

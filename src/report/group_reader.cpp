@@ -109,7 +109,10 @@ void PlaceMember(Integer member, std::string_view value) {
     const std::string placed = IsList(member) && !MatchMemberChoice(member, text) ? "" : text;
     std::string padded = placed;
     padded.resize(cells, ' ');
-    Present.Cells.replace(FirstCellOf(member), cells, padded);
+    const std::size_t first = FirstCellOf(member);
+    const std::string_view former = std::string_view(Present.Cells).substr(first, cells);
+    if (OnReplacedValue != nullptr && !IsBlank(former) && former != padded) OnReplacedValue(member);
+    Present.Cells.replace(first, cells, padded);
     Present.HasValue = Present.HasValue || !placed.empty();
 }
 

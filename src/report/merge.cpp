@@ -5,6 +5,7 @@
 #include "platform/dialogs.h"
 
 Integer MergeFlag = Undecided;
+void (*OnReplacedValue)(Integer element) = nullptr;
 
 namespace {
 

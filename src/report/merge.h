@@ -16,6 +16,9 @@ inline constexpr std::string_view OverwriteTitle = "Overwrite or 'Add To'";
 // The user's answer for the present load; Overwrite from the start where the template turns instances off.
 extern Integer MergeFlag;
 
+// Told of each value that a later one replaces although nobody was asked; none while nobody wants to know.
+extern void (*OnReplacedValue)(Integer element);
+
 // A load begins.
 void StartMerge();
 

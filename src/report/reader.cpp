@@ -46,6 +46,7 @@ void StoreFieldValue(Integer element, const std::string &value) {
     if (!slot.empty() && level > 0) AskOverwriteFields();
     const bool adds = level >= 0 && MergeFlag == AddInstances && !slot.empty();
     if (adds && value.empty()) return; // nothing to add
+    if (!adds && !slot.empty() && slot != value && OnReplacedValue != nullptr) OnReplacedValue(element);
     if (adds)
         slot += "|" + value;
     else
