@@ -5,9 +5,9 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -19,20 +19,28 @@ int TellUsage(const std::string &text, const std::string &command) {
     return WrongUsage;
 }
 
-// --help and --version count wherever they stand, like everywhere.
-bool Asks(int count, char **texts, const char *option) {
-    for (int i = 1; i < count && std::strcmp(texts[i], "--") != 0; ++i)
-        if (std::strcmp(texts[i], option) == 0) return true;
-    return false;
+int RunNothing(const Arguments &) { throw UsageError{"which command?"}; }
+
+// Stands in a command's place where there is none.
+constexpr Command NoCommand{"", "", "", "", 0, SIZE_MAX, {}, RunNothing};
+
+int RunArguments(const Command &command, const Arguments &arguments) {
+    if (arguments.Has(HelpOption))
+        WriteResult(&command == &NoCommand ? HelpText() : HelpText(command));
+    else if (arguments.Has(VersionOption))
+        WriteResult("quintave-cli " QUINTAVE_VERSION "\n");
+    else
+        return command.Run(arguments);
+    return NothingFound;
 }
 
 int RunCommand(const Command &command, int count, char **texts) {
     try {
         int status = NothingFound;
-        const Integer fault = FaultOf([&] { status = command.Run(ReadArguments(command, count, texts)); });
+        const Integer fault = FaultOf([&] { status = RunArguments(command, ReadArguments(command, count, texts)); });
         return fault == 0 ? status : TellFileError(command.Name, fault);
     } catch (const UsageError &error) {
-        return TellUsage(error.Text, " " + std::string(command.Name));
+        return TellUsage(error.Text, &command == &NoCommand ? "" : " " + std::string(command.Name));
     }
 }
 
@@ -45,18 +53,10 @@ void OpenStandardFiles() {
 
 int Run(int count, char **texts) {
     const std::string_view name = count > 1 ? texts[1] : "";
+    if (name.empty() || name.starts_with('-')) return RunCommand(NoCommand, count, texts);
     const auto commands = Commands();
     const auto command =
         std::find_if(commands.begin(), commands.end(), [&](const Command &c) { return c.Name == name; });
-    if (Asks(count, texts, "--help")) {
-        WriteResult(command == commands.end() ? HelpText() : HelpText(*command));
-        return NothingFound;
-    }
-    if (Asks(count, texts, "--version")) {
-        WriteResult("quintave-cli " QUINTAVE_VERSION "\n");
-        return NothingFound;
-    }
-    if (name.empty()) return TellUsage("which command?", "");
     if (command == commands.end()) return TellUsage("there is no command '" + std::string(name) + "'", "");
     texts[1] = texts[0]; // whom the reader of options names in its messages
     return RunCommand(*command, count - 1, texts + 1);

@@ -2,6 +2,7 @@
 #include "cli/options.h"
 
 #include <algorithm>
+#include <array>
 #include <getopt.h>
 
 namespace {
@@ -9,8 +10,15 @@ namespace {
 constexpr int FirstLongOption = 256; // behind every character that a short option could be
 constexpr std::size_t HelpColumn = 26;
 
-constexpr Option HelpOption{"help", 0, "", "show this and exit"};
-constexpr Option VersionOption{"version", 0, "", "show the version and exit"};
+// Those of every command.
+constexpr std::array CommonOptions{Option{HelpOption, 0, "", "show this and exit"},
+                                   Option{VersionOption, 0, "", "show the version and exit"}};
+
+std::vector<Option> OptionsOf(const Command &command) {
+    std::vector<Option> options(command.Options.begin(), command.Options.end());
+    options.insert(options.end(), CommonOptions.begin(), CommonOptions.end());
+    return options;
+}
 
 std::string Padded(std::string text, std::size_t width) {
     text.resize(std::max(width, text.size() + 2), ' ');
@@ -66,15 +74,18 @@ std::string Arguments::Last(std::string_view option, std::string_view otherwise)
 }
 
 Arguments ReadArguments(const Command &command, int count, char **texts) {
-    const SystemOptions options(command.Options);
+    const std::vector<Option> table = OptionsOf(command);
+    const SystemOptions options(table);
     Arguments arguments;
     optind = 0; // the reader starts anew
     for (int found = 0;
          (found = getopt_long(count, texts, options.Letters.c_str(), options.Long.data(), nullptr)) != -1;) {
-        const Option *const option = FindOption(command.Options, found);
+        const Option *const option = FindOption(table, found);
         if (option == nullptr) throw UsageError{""}; // the reader has said what it does not understand
         arguments.Given[option->Name].emplace_back(optarg != nullptr ? optarg : "");
+        if (arguments.Has(HelpOption) || arguments.Has(VersionOption)) return arguments; // nothing else counts
     }
+    if (arguments.Has("output") && arguments.Last("output").empty()) throw UsageError{"--output needs a file"};
     arguments.Files.assign(texts + optind, texts + count);
     CheckFiles(command, arguments.Files);
     return arguments;
@@ -85,7 +96,9 @@ std::string HelpText() {
                        "Check, print, merge, export and compare Quintave reports without a window.\n\n";
     for (const Command &command : Commands())
         text += Padded("  " + std::string(command.Name), HelpColumn - 8) + std::string(command.Summary) + "\n";
-    return text + "\n" + OptionLine(HelpOption) + OptionLine(VersionOption) +
+    text += "\n";
+    for (const Option &option : CommonOptions) text += OptionLine(option);
+    return text +
            "\n'quintave-cli COMMAND --help' tells more of a command. The exit status is 0 where nothing was found,\n"
            "1 where something was, 2 for wrong usage, 3 where a file could not be used.\n";
 }
@@ -93,7 +106,6 @@ std::string HelpText() {
 std::string HelpText(const Command &command) {
     std::string text = "Usage: quintave-cli " + std::string(command.Name) + " [OPTION]... " +
                        std::string(command.Operands) + "\n" + std::string(command.Summary) + ".\n\n";
-    for (const Option &option : command.Options) text += OptionLine(option);
-    text += OptionLine(HelpOption) + OptionLine(VersionOption);
+    for (const Option &option : OptionsOf(command)) text += OptionLine(option);
     return command.About.empty() ? text : text + "\n" + std::string(command.About);
 }

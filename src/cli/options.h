@@ -43,11 +43,13 @@ struct UsageError {
     std::string Text;
 };
 
+inline constexpr std::string_view HelpOption = "help";
+inline constexpr std::string_view VersionOption = "version";
 inline constexpr std::string_view InputReadOnce = "standard input can be read only once";
 
 std::span<const Command> Commands();
 
-// What follows the command's name. Throws UsageError.
+// What follows the command's name. Throws UsageError. With --help or --version nothing else counts.
 Arguments ReadArguments(const Command &command, int count, char **texts);
 
 std::string HelpText();

@@ -54,6 +54,17 @@ class Behaviour(program.CliTest):
             self.assertEqual(self.run_cli(command, "--version")[0], 0)
         self.assertIn(b"check-template", self.run_cli("--help")[1])
 
+    def test_help_and_version_are_options_like_the_others(self):
+        for arguments, same in ((["check", "--hel"], ["check", "--help"]), (["--ver"], ["--version"]),
+                                (["print", "a.rpx", "--version"], ["--version"]),
+                                (["--help", "check"], ["--help"])):
+            self.assertEqual(self.run_cli(*arguments), self.run_cli(*same), arguments)
+            self.assertEqual(self.run_cli(*same)[0], 0)
+        status, out, _ = self.run_cli("print", "-s", "--version", "a.rpx")
+        self.assertEqual(status, 0)
+        self.assertIn(b"Title--versionWells", out)
+        self.assertEqual(self.run_cli("print", "--", "--help")[0], 3)  # the name of a file
+
     def test_wrong_usage(self):
         for arguments in ([], ["none"], ["check"], ["check", "a.rpx"], ["print"], ["print", "a.rpx", "b.rpx"],
                           ["print", "a.rpx", "--mode", "most"], ["print", "a.rpx", "--indent", "61"],
@@ -62,7 +73,9 @@ class Behaviour(program.CliTest):
                           ["merge", "-t", "SITE.FTF", "-o", "o.rpx", "a.rpx"],
                           ["merge", "--add", "-o", "o.rpx", "a.rpx"],
                           ["merge", "-t", "SITE.FTF", "--add", "--overwrite", "-o", "o.rpx", "a.rpx"],
-                          ["merge", "-t", "SITE.FTF", "--add", "a.rpx"],
+                          ["merge", "-t", "SITE.FTF", "--add", "a.rpx"], ["-x"], ["--", "check"], ["none", "--help"],
+                          ["print", "a.rpx", "-o", ""], ["export", "-f", "csv", "a.rpx", "--output="],
+                          ["merge", "-t", "SITE.FTF", "--add", "a.rpx", "-o", ""],
                           ["check", "-t", "SITE.FTF", "--require", "", "a.rpx"], ["diff", "-", "-"],
                           ["check", "-t", "-", "-"]):
             with self.subTest(arguments):
