@@ -79,27 +79,35 @@ std::string FreeName() {
     return name();
 }
 
-// Says why the entries cannot be brought back, after their file was put aside. Where it cannot be, this session keeps
-// its hands off it.
-void Refuse(const std::string &reason) {
-    std::string path = FreeName();
-    try {
-        RenameFile(RecoveryPath(), path);
-        Ours = true;
-    } catch (const RuntimeError &) {
-        path = RecoveryPath();
-    }
+void TellRefusal(const std::string &reason, const std::string &path, std::string_view wayBack) {
     MsgBox(reason + NL + NL + "Your unsaved entries are NOT being loaded into Quintave!" + NL + NL +
-               "They are kept in the file " + NameText(path) + ".",
+               "They are kept in the file " + NameText(path) + "." + std::string(wayBack),
            CriticalIcon, Title);
 }
 
-void RefuseDamaged() { Refuse("The file with the unsaved entries of your last session is damaged!"); }
+// Says why the entries cannot be brought back, after their file was put aside. Where it cannot be, this session keeps
+// its hands off it, and the next start offers it anyhow.
+void Refuse(const std::string &reason, std::string_view wayBack) {
+    const std::string path = FreeName();
+    if (FaultOf([&] { RenameFile(RecoveryPath(), path); }) != 0) {
+        TellRefusal(reason, RecoveryPath(), "");
+        return;
+    }
+    Ours = true;
+    TellRefusal(reason, path, wayBack);
+}
+
+// The cause may pass, other than a damage.
+constexpr std::string_view WayBack = " To bring them back, correct the problem, end Quintave, give this file the name "
+                                     "quintave.rec again and start Quintave.";
+
+void RefuseDamaged() { Refuse("The file with the unsaved entries of your last session is damaged!", ""); }
 
 void RefuseError(Integer number) {
     Refuse("Error: " + ErrorText(number) + NL +
-           "Error bringing back the unsaved entries of your last session! (full drive? file locked? wrong "
-           "privileges?).");
+               "Error bringing back the unsaved entries of your last session! (full drive? file locked? wrong "
+               "privileges?).",
+           WayBack);
 }
 
 Answer AskUser(const EntriesOrigin &origin, const std::string &report) {
@@ -118,7 +126,8 @@ Answer AskUser(const EntriesOrigin &origin, const std::string &report) {
 
 void RefuseTemplate(const EntriesOrigin &origin, const std::string &fault) {
     Refuse("The Fields Template File " + NameText(origin.TemplateName) +
-           " of the unsaved entries of your last session " + fault + "!");
+               " of the unsaved entries of your last session " + fault + "!",
+           WayBack);
 }
 
 // The template is there and has the elements that the entries were made for; otherwise after the message.

@@ -13,6 +13,8 @@ QUESTION = ("The entries of your last session were not SAVED when Quintave ended
             "        NO - Remove them for good.")
 OF_TEMPLATE = "        Fields Template File: RECOVER.FTF\n"
 REFUSAL = "{}\n\nYour unsaved entries are NOT being loaded into Quintave!\n\nThey are kept in the file {}."
+WAY_BACK = (" To bring them back, correct the problem, end Quintave, give this file the name quintave.rec again and start "
+            "Quintave.")
 
 
 class Recovery(DesktopTest):
@@ -177,7 +179,7 @@ class Recovery(DesktopTest):
             desk.wait_for(lambda: "OK" in (desk.message() or ("", "", []))[2], "the second message")
             self.assert_message(desk, TITLE, REFUSAL.format(
                 "The Fields Template File RECOVER.FTF of the unsaved entries of your last session has changed since "
-                "then!", desk.resources / "quintave-kept1.rec"), ["OK"], icon="red")
+                "then!", desk.resources / "quintave-kept1.rec") + WAY_BACK, ["OK"], icon="red")
             desk.key("Enter")
             start_entry(desk)
             self.assertEqual(value_of(desk, "Name"), "")

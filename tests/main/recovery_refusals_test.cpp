@@ -2,6 +2,7 @@
 #include "main/recovery.h"
 
 #include "main/recovery_entries.h"
+#include "main/session.h"
 #include "main/start_up.h"
 #include "model/recovery_file.h"
 #include "platform/files.h"
@@ -15,14 +16,18 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr const char *WayBack = " To bring them back, correct the problem, end Quintave, give this file the name "
+                                "quintave.rec again and start Quintave.";
+
 class RecoveryRefusals : public Recovery {
 protected:
-    void ExpectRefused(const std::string &reason, const std::string &kept = "quintave-kept1.rec") {
+    void ExpectRefused(const std::string &reason, const std::string &kept = "quintave-kept1.rec",
+                       const std::string &wayBack = WayBack) {
         ExpectOneMessage(MessageTitle,
                          reason +
                              "\r\n\r\nYour unsaved entries are NOT being loaded into Quintave!\r\n\r\n"
                              "They are kept in the file " +
-                             folder.Path() + kept + ".",
+                             folder.Path() + kept + "." + wayBack,
                          CriticalIcon);
         EXPECT_FALSE(folder.Has(KeptName));
         EXPECT_TRUE(folder.Has(kept));
@@ -47,7 +52,7 @@ TEST_F(RecoveryRefusals, ADamagedFileIsRefusedWholeAndKeptAside) {
     folder.Write(KeptName, bytes);
     folder.Write("quintave-kept1.rec", "earlier");
     StartUp();
-    ExpectRefused("The file with the unsaved entries of your last session is damaged!", "quintave-kept2.rec");
+    ExpectRefused("The file with the unsaved entries of your last session is damaged!", "quintave-kept2.rec", "");
     EXPECT_EQ(folder.Read("quintave-kept1.rec"), "earlier");
     EXPECT_EQ(folder.Read("quintave-kept2.rec"), bytes);
     Press(Quintave.LogoOff);
@@ -115,6 +120,21 @@ TEST_F(RecoveryRefusals, ATemplateThatHasChangedIsTold) {
         "The Fields Template File SITE.FTF of the unsaved entries of your last session has changed since then!");
 }
 
+TEST_F(RecoveryRefusals, TheWayBackThatIsToldLeadsBack) {
+    CrashWithATitle();
+    fs::rename(folder.Path() + "SITE.FTF", folder.Path() + "away");
+    Dialogs.Answers = {YesAnswer};
+    StartUp();
+    ASSERT_GE(MessageCount(), 2U);
+    EndOnSignal();
+    Dialogs.Messages.clear();
+    fs::rename(folder.Path() + "away", folder.Path() + "SITE.FTF");
+    fs::rename(folder.Path() + "quintave-kept1.rec", folder.Path() + KeptName);
+    StartAnswering(YesAnswer);
+    EXPECT_EQ(MessageCount(), 1U);
+    EXPECT_EQ(RowValue[TitleRow], "Wells");
+}
+
 TEST_F(RecoveryRefusals, OtherHelpTextsAndChoicesAreNoOtherTemplate) {
     CrashWithATitle();
     std::vector<std::string> changed = Fields;
@@ -138,7 +158,7 @@ TEST_F(RecoveryRefusals, ATemplateThatCannotBeLoadedIsTold) {
               "The Fields Template File SITE.FTF of the unsaved entries of your last session could not be "
               "loaded!\r\n\r\nYour unsaved entries are NOT being loaded into Quintave!\r\n\r\n"
               "They are kept in the file " +
-                  folder.Path() + "quintave-kept1.rec.");
+                  folder.Path() + "quintave-kept1.rec." + WayBack);
     EXPECT_TRUE(folder.Has("quintave-kept1.rec"));
     EXPECT_EQ(NumFields, 0); // the start without them fails in the same way
 }
@@ -178,7 +198,7 @@ TEST_F(RecoveryRefusals, AFileThatCannotBeReadIsTold) {
         "Error: 67 - Too many files\r\nError bringing back the unsaved entries of your last session! (full drive? "
         "file locked? wrong privileges?).\r\n\r\nYour unsaved entries are NOT being loaded into Quintave!\r\n\r\n"
         "They are kept in the file " +
-            folder.Path() + "quintave-kept1.rec.");
+            folder.Path() + "quintave-kept1.rec." + WayBack);
     EXPECT_TRUE(folder.Has("quintave-kept1.rec"));
 }
 
