@@ -103,12 +103,13 @@ constexpr std::string_view WayBack = " To bring them back, correct the problem, 
 
 void RefuseDamaged() { Refuse("The file with the unsaved entries of your last session is damaged!", ""); }
 
-void RefuseError(Integer number) {
-    Refuse("Error: " + ErrorText(number) + NL +
-               "Error bringing back the unsaved entries of your last session! (full drive? file locked? wrong "
-               "privileges?).",
-           WayBack);
+std::string ErrorReason(Integer number) {
+    return "Error: " + ErrorText(number) + NL +
+           "Error bringing back the unsaved entries of your last session! (full drive? file locked? wrong "
+           "privileges?).";
 }
+
+void RefuseError(Integer number) { Refuse(ErrorReason(number), WayBack); }
 
 Answer AskUser(const EntriesOrigin &origin, const std::string &report) {
     const bool named = !origin.Report.empty() && origin.Report != FirstLoad;
@@ -197,7 +198,10 @@ bool OfferRecovery(const std::string &report) {
     // A link that somebody left in its place is none of ours; the first write takes its place.
     Ours = !IsPlainFile(RecoveryPath());
     const Integer fault = FaultOf([&] { back = !Ours && Offer(report); });
-    if (fault != 0) RefuseError(fault);
+    if (fault == PermissionDenied) // another user's: left where it is
+        TellRefusal(ErrorReason(fault), RecoveryPath(), "");
+    else if (fault != 0)
+        RefuseError(fault);
     if (!back) TemplateName = firstTemplate;
     SetEnabled(Quintave.RecoveryTimer, true);
     return back;

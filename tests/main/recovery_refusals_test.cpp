@@ -202,6 +202,29 @@ TEST_F(RecoveryRefusals, AFileThatCannotBeReadIsTold) {
     EXPECT_TRUE(folder.Has("quintave-kept1.rec"));
 }
 
+TEST_F(RecoveryRefusals, AnotherUsersFileStaysWhereItIs) {
+    CrashWithATitle();
+    const std::string kept = folder.Read(KeptName);
+    const AsNobody nobody(folder);
+    fs::permissions(folder.Path() + KeptName, fs::perms::none);
+    StartUp();
+    ExpectOneMessage(
+        MessageTitle,
+        "Error: 70 - Permission denied\r\nError bringing back the unsaved entries of your last session! "
+        "(full drive? file locked? wrong privileges?).\r\n\r\nYour unsaved entries are NOT being loaded into "
+        "Quintave!\r\n\r\nThey are kept in the file " +
+            folder.Path() + "quintave.rec.",
+        CriticalIcon);
+    ExpectCleanStart();
+    Press(Quintave.LogoOff);
+    Enter(TitleRow, "Lakes");
+    TenSecondsPass();
+    EndOnSignal();
+    fs::permissions(folder.Path() + KeptName, fs::perms::owner_read);
+    EXPECT_EQ(folder.Read(KeptName), kept);
+    EXPECT_FALSE(folder.Has("quintave-kept1.rec"));
+}
+
 // A whole file of items that nobody would have written.
 TEST_F(RecoveryRefusals, ItemsWithoutAPlaceAreRefused) {
     CrashWithATitle();

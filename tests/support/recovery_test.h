@@ -9,7 +9,10 @@
 #include "support/screen_test.h"
 
 #include <csignal>
+#include <cstdlib>
+#include <filesystem>
 #include <functional>
+#include <stdexcept>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -48,6 +51,27 @@ inline std::string StoreOf(Integer head) {
     ReadStore(head, occurrences);
     return occurrences;
 }
+
+// While it lives the program is somebody whom modes stop, unlike root, and the folder is theirs.
+class AsNobody {
+public:
+    explicit AsNobody(const Folder &folder) : former(geteuid()) {
+        if (former != 0) return;
+        bool done = chown(folder.Path().c_str(), Nobody, Nobody) == 0;
+        for (const auto &entry : std::filesystem::recursive_directory_iterator(folder.Path()))
+            done = lchown(entry.path().c_str(), Nobody, Nobody) == 0 && done;
+        if (!done || seteuid(Nobody) != 0) throw std::runtime_error("cannot become nobody");
+    }
+    ~AsNobody() {
+        if (seteuid(former) != 0) std::abort();
+    }
+    AsNobody(const AsNobody &) = delete;
+    AsNobody &operator=(const AsNobody &) = delete;
+
+private:
+    static constexpr uid_t Nobody = 65534;
+    uid_t former;
+};
 
 // Sessions on SITE.FTF that end unexpectedly, and what the next start does.
 class Recovery : public ScreenTest {
