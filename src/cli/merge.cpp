@@ -77,9 +77,11 @@ int MergeReports(const Arguments &arguments) {
     Dialogs.Reply = AnswerMerge;
     FileMark = FirstLoad;
     bool any = false;
+    std::size_t done = 0;
     for (const std::string &path : arguments.Files) {
         any = LoadOne(path) || any;
         if (any) Adds = arguments.Has("add"); // the first one lies on an empty screen: nothing there to overwrite
+        ShowProgress(++done, arguments.Files.size());
     }
     if (any) Save(arguments);
     return Status;

@@ -80,8 +80,9 @@ bool EndResults() {
 void ShowProgress(std::size_t done, std::size_t all) {
     static const bool onTerminal = isatty(STDERR_FILENO) == 1 && !IsPipe(STDOUT_FILENO);
     static std::chrono::steady_clock::time_point last;
+    if (done == all) ClearProgress(); // a result may follow
     const auto now = std::chrono::steady_clock::now();
-    if (!onTerminal || all < ManyFiles || now - last < ProgressPause) return;
+    if (!onTerminal || all < ManyFiles || done == all || now - last < ProgressPause) return;
     last = now;
     std::fprintf(stderr, "\r%zu of %zu", done, all);
     ProgressShown = true;

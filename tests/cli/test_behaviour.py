@@ -269,14 +269,19 @@ class Behaviour(program.CliTest):
     def test_progress_on_a_terminal_alone(self):
         files = ["a.rpx"] * 4000
         self.assertEqual(self.run_cli("check", "-t", "SITE.FTF", *files), (0, b"", ""))
-        self.assertEqual(self.shown_on_a_terminal(files, subprocess.PIPE), b"")  # where the reader shows its own
-        with open(self.folder / "found.txt", "wb") as found:
-            self.assertRegex(self.shown_on_a_terminal(files, found), rb"\A(\r\d+ of 4000)+\r\x1b\[K\Z")
+        for command in (["check"], ["merge", "--overwrite", "-o", "out.rpx"]):
+            arguments = [*command, "-t", "SITE.FTF", *files]
+            self.assertEqual(self.shown_on_a_terminal(arguments, subprocess.PIPE), b"")  # the reader shows its own
+            with open(self.folder / "found.txt", "wb") as found:
+                self.assertRegex(self.shown_on_a_terminal(arguments, found), rb"\A(\r\d+ of 4000)+\r\x1b\[K\Z")
 
-    def shown_on_a_terminal(self, files, output):
-        """What a check of good files writes on the terminal that is its standard error."""
+        printed = self.shown_on_a_terminal(["merge", "--overwrite", "-o", "-", "-t", "SITE.FTF", *files])
+        self.assertRegex(printed, rb'\A(\r\d+ of 4000)+\r\x1b\[K0,"QuintaveV2"')
+
+    def shown_on_a_terminal(self, arguments, output=None):
+        """What a command on good files writes on the terminal: messages, and without another output its result."""
         own, terminal = pty.openpty()
-        run = self.start("check", "-t", "SITE.FTF", *files, stdout=output, stderr=terminal)
+        run = self.start(*arguments, stdout=output or terminal, stderr=terminal)
         os.close(terminal)
         shown = b""
         try:
