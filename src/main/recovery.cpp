@@ -38,9 +38,11 @@ long long NextWrite = 0;             // not before this moment
 
 std::string RecoveryPath() { return ResourceDir + std::string(RecoveryName); }
 
-// False where the file cannot be deleted.
+// Where the directory has become read-only the file is emptied, and counts as none. False where neither can be.
 bool DeleteKept() {
-    return FaultOf([] { DeleteFile(RecoveryPath()); }) == 0;
+    if (FaultOf([] { DeleteFile(RecoveryPath()); }) == 0) return true;
+    return IsPlainFile(RecoveryPath()) &&
+           FaultOf([] { OutputFile(RecoveryPath(), OutputFile::Access::User).Close(false); }) == 0;
 }
 
 EntriesState StateOf(const std::string &entries) { return {Checksum().Add(entries).Value(), StoreChanges()}; }
@@ -196,7 +198,7 @@ bool OfferRecovery(const std::string &report) {
     GivenUp.reset();
     NextWrite = 0;
     // A link that somebody left in its place is none of ours; the first write takes its place.
-    Ours = !IsPlainFile(RecoveryPath());
+    Ours = !IsPlainFile(RecoveryPath()) || FileSize(RecoveryPath()) == 0;
     const Integer fault = FaultOf([&] { back = !Ours && Offer(report); });
     if (fault == PermissionDenied) // another user's: left where it is
         TellRefusal(ErrorReason(fault), RecoveryPath(), "");

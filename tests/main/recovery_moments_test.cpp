@@ -218,6 +218,21 @@ TEST_F(RecoveryMoments, ASaveRemovesThem) {
     EXPECT_FALSE(folder.Has(KeptName));
 }
 
+TEST_F(RecoveryMoments, ASaveRemovesThemFromADirectoryThatBecameReadOnlyToo) {
+    fs::create_directory(folder.Path() + "out");
+    const AsNobody nobody(folder);
+    StartWithEntries();
+    fs::permissions(folder.Path(), fs::perms(0555));
+    SaveAs("out/a.rpx");
+    EndOnSignal();
+    fs::permissions(folder.Path(), fs::perms(0755));
+    EXPECT_THAT(folder.Read("out/a.rpx"), testing::HasSubstr("Wells"));
+    EXPECT_EQ(folder.Read(KeptName), "");
+    StartUp();
+    EXPECT_THAT(Dialogs.Messages, IsEmpty());
+    ExpectCleanStart();
+}
+
 TEST_F(RecoveryMoments, ASaveThatFailsDoesNot) {
     StartWithEntries();
     Dialogs.Texts = {folder.Path() + "gone/a.rpx"};
