@@ -77,7 +77,7 @@ bool AreGivenUp() {
 std::string FreeName() {
     int number = 1;
     const auto name = [&] { return ResourceDir + "quintave-kept" + std::to_string(number) + ".rec"; };
-    while (FileExists(name())) ++number;
+    while (NameTaken(name())) ++number;
     return name();
 }
 
@@ -225,7 +225,9 @@ void KeepBeforeAsking() {
 }
 
 void SettleRecovery() {
-    if (Ours && Exists && DataChanged == False) Exists = !DeleteKept(); // tried again at the next tick
+    if (DataChanged != False) return;
+    GivenUp.reset();
+    if (Ours && Exists) Exists = !DeleteKept(); // tried again at the next tick
 }
 
 void GiveUpEntries() {

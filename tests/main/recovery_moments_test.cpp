@@ -272,6 +272,17 @@ TEST_F(RecoveryMoments, AnEndThatDidNotComeAboutAfterTheAnswerNoDropsNothing) {
     EXPECT_TRUE(folder.Has(KeptName));
 }
 
+TEST_F(RecoveryMoments, TheAnswerNoIsForgottenWithTheEntriesItWasGivenFor) {
+    StartWithEntries();
+    Dialogs.Answers = {NoAnswer, NoAnswer};
+    EXPECT_TRUE(OfferSave());
+    Press(Quintave.CommandReset);
+    ASSERT_FALSE(folder.Has(KeptName));
+    Enter(TitleRow, "Wells"); // the same once more
+    EndOnSignal();
+    EXPECT_TRUE(folder.Has(KeptName));
+}
+
 TEST_F(RecoveryMoments, AnEndOfTheDesktopsSessionAfterTheAnswerNoRemovesThem) {
     StartWithEntries();
     Dialogs.Answers = {NoAnswer};

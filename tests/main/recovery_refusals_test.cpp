@@ -51,10 +51,12 @@ TEST_F(RecoveryRefusals, ADamagedFileIsRefusedWholeAndKeptAside) {
     bytes[bytes.size() / 2] ^= 1;
     folder.Write(KeptName, bytes);
     folder.Write("quintave-kept1.rec", "earlier");
+    fs::create_symlink("nowhere", folder.Path() + "quintave-kept2.rec");
     StartUp();
-    ExpectRefused("The file with the unsaved entries of your last session is damaged!", "quintave-kept2.rec", "");
+    ExpectRefused("The file with the unsaved entries of your last session is damaged!", "quintave-kept3.rec", "");
     EXPECT_EQ(folder.Read("quintave-kept1.rec"), "earlier");
-    EXPECT_EQ(folder.Read("quintave-kept2.rec"), bytes);
+    EXPECT_TRUE(fs::is_symlink(folder.Path() + "quintave-kept2.rec"));
+    EXPECT_EQ(folder.Read("quintave-kept3.rec"), bytes);
     Press(Quintave.LogoOff);
     Enter(TitleRow, "Lakes");
     TenSecondsPass();
