@@ -8,6 +8,7 @@
 #include "screen/row_text.h"
 
 #include <cstdlib>
+#include <optional>
 
 namespace {
 
@@ -26,7 +27,8 @@ struct Record {
     long Line = 0;
     Integer Level = 0;
     Integer Kind = 0;
-    std::string Type; // upper case
+    bool KindKnown = true; // it did not go past 16 bits
+    std::string Type;      // upper case
     std::string Title;
 };
 
@@ -51,13 +53,14 @@ std::string ReadWord(Walk &walk) {
     return ReadText(walk.Input, Input::Lenient);
 }
 
-Integer ReadNumber(Walk &walk, const std::string &name) {
+// Nothing where it goes past 16 bits.
+std::optional<Integer> ReadNumber(Walk &walk, const std::string &name) {
     const std::size_t start = walk.Input.At;
     try {
         return ReadInteger(walk.Input, Input::Strict);
     } catch (const RuntimeError &error) {
         if (error.Number == Overflow) Refuse(walk, LineHere(walk), Overflow, "the " + name + " goes past 16 bits");
-        if (error.Number == Overflow) return 0;
+        if (error.Number == Overflow) return {};
         if (error.Number != TypeMismatch) throw;
     }
     walk.Input.At = start;
@@ -71,8 +74,10 @@ bool ReadRecord(Walk &walk, Record &record) {
     BeginRecord(walk.Input);
     record.Line = LineHere(walk);
     try {
-        record.Level = ReadNumber(walk, "level");
-        record.Kind = ReadNumber(walk, "kind");
+        record.Level = ReadNumber(walk, "level").value_or(0);
+        const std::optional<Integer> kind = ReadNumber(walk, "kind");
+        record.KindKnown = kind.has_value();
+        record.Kind = kind.value_or(0);
         record.Type = UpperCase(ReadWord(walk));
         record.Title = ReadWord(walk);
         ReadWord(walk);
@@ -119,7 +124,7 @@ bool WalkChoices(Walk &walk, const Record &record) {
 void WalkGroupStart(Walk &walk, const Record &record) {
     if (walk.GroupLine != 0) {
         Tell(walk, record.Line, "Groups do not stand in groups: this GROUP START opens none");
-    } else if (record.Kind <= 1) {
+    } else if (record.Kind <= 1 && record.KindKnown) {
         Tell(walk, record.Line, "A GROUP START needs a kind of 2 or more: this one opens no group");
     } else {
         walk.GroupLine = record.Line;
@@ -147,6 +152,7 @@ void CheckTitle(Walk &walk, const Record &record) {
 // A field, or an element that was perhaps meant to be one.
 void WalkField(Walk &walk, const Record &record) {
     const bool known = record.Type == "TEXT" || record.Type == "MEMO" || record.Type == "LIST";
+    if (!record.KindKnown) return; // all else depends on it
     const bool isField = record.Kind > 1;
     if (isField && !known)
         Tell(walk, record.Line, "The type '" + record.Type + "' is not known: the field takes no value");
