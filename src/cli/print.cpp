@@ -77,7 +77,8 @@ int PrintReport(const Arguments &arguments) {
     const Integer fault = FaultOf([&] {
         Result result(output, arguments.Files);
         const Integer damage = FaultOf([&] { WriteTextPrint(input, result.File()); });
-        if (damage == 0 || result.Staged().empty()) result.Close(); // what could be read goes to standard output
+        // Standard output gets what could be read; a file there keeps its place unless this is a whole report.
+        if ((damage == 0 && isReport) || result.Staged().empty()) result.Close();
         if (damage != 0) throw RuntimeError{damage};
     });
     if (fault != 0) return TellFileError(IsReportFault(fault) ? report : OutputName(output), fault);

@@ -143,9 +143,10 @@ class Behaviour(program.CliTest):
         self.write("cut.rpx", REPORT + b'2,1,"Title","no end\r\n')
         names = sorted(os.listdir(self.folder))
         for arguments in (["print"], ["export", "-f", "json"]):
-            self.assertEqual(self.run_cli(*arguments, "cut.rpx", "-o", "out.txt")[0], 3)
-            self.assertEqual((self.folder / "out.txt").read_bytes(), b"old")
-            self.assertEqual(sorted(os.listdir(self.folder)), names)
+            for report in ("cut.rpx", "SITE.FTF"):
+                self.assertEqual(self.run_cli(*arguments, report, "-o", "out.txt")[0], 3)
+                self.assertEqual((self.folder / "out.txt").read_bytes(), b"old")
+                self.assertEqual(sorted(os.listdir(self.folder)), names)
         os.symlink("out.txt", self.folder / "link.txt")
         self.assertEqual(self.run_cli("export", "-f", "csv", "a.rpx", "-o", "link.txt"), (0, b"", ""))
         self.assertTrue((self.folder / "link.txt").is_symlink())
