@@ -209,7 +209,10 @@ class Completion(PackageTest):
     def test_of_the_batch_program(self):
         self.assertEqual(self.complete("quintave-cli", "check"), ["check", "check-template"])
         self.assertIn("--format", self.complete("quintave-cli", "export", "--"))
-        self.assertEqual(self.complete("quintave-cli", "export", "--format", "m"), ["markdown"])
+        for option in ("--format", "-f"):
+            self.assertEqual(self.complete("quintave-cli", "export", option, "m"), ["markdown"])
+        for option in ("--mode", "-m"):
+            self.assertEqual(self.complete("quintave-cli", "print", option, "t"), ["titles"])
         self.assertEqual(self.complete("quintave-cli", "print", ""), ["SITE.FTF", "a wells.rpx", "sub", "wood.RPX"])
 
 
