@@ -1,4 +1,4 @@
-// quintave-cli check: what loading reports would ask, refuse or cut.
+// quintave-cli check: what loading reports would ask, refuse, cut or replace.
 #include "cli/commands.h"
 #include "cli/double_quotes.h"
 #include "cli/files.h"

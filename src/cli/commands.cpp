@@ -47,7 +47,7 @@ constexpr std::array<Command, 6> Table{{
      AnyNumber,
      {},
      CheckTemplate},
-    {"check", "REPORT.rpx...", "Tell what loading reports would ask, refuse or cut, by line",
+    {"check", "REPORT.rpx...", "Tell what loading reports would ask, refuse, cut or replace, by line",
      "The template is read once, the reports one after the other as if each were opened on an empty screen.\n"
      "--require may be given several times. A file named - is standard input.\n",
      1, AnyNumber, CheckOptions, CheckReports},
