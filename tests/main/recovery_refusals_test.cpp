@@ -9,6 +9,7 @@
 #include "support/file_limit.h"
 #include "support/recovery_test.h"
 
+#include <cstdio>
 #include <filesystem>
 #include <sys/resource.h>
 
@@ -70,7 +71,9 @@ TEST_F(RecoveryRefusals, EveryDamageIsFound) {
     std::string bytes;
     std::vector<RecoveryItem> items;
     ASSERT_TRUE(ReadRecoveryFile(bytes, items));
+    int tried = 0;
     const auto expectDamaged = [&](const std::string &damaged) {
+        ++tried;
         folder.Write(KeptName, damaged);
         items.clear();
         EXPECT_FALSE(ReadRecoveryFile(bytes, items));
@@ -90,6 +93,7 @@ TEST_F(RecoveryRefusals, EveryDamageIsFound) {
     }
     expectDamaged(whole + '\n');
     expectDamaged(std::string(whole.size(), '\0'));
+    std::printf("%d damaged files\n", tried);
 }
 
 TEST_F(RecoveryRefusals, ATemplateThatIsGoneIsTold) {
