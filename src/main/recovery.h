@@ -12,8 +12,8 @@ bool OfferRecovery(const std::string &report);
 // Event of RecoveryTimer: keeps the entries where they changed, not more often than every ten seconds.
 void RecoveryTimer_Timer();
 
-// A question or a file dialogue is about to open, over which the timer keeps nothing: keeps the entries as they are now,
-// all of them whole.
+// A question or a file dialogue is about to open, over which the timer keeps nothing: keeps the entries as they are
+// now, all of them whole.
 void KeepBeforeAsking();
 
 // Removes what was kept where there are no unsaved entries any more.
