@@ -9,6 +9,7 @@ from start_up import Bare
 FIELDS, ROWS, OCCURRENCES = 16_000, 32_000, 10_000
 FRAME = 0.016
 KEYS, LOADS = 1000, 5
+FEW = 10
 
 
 def acts(build, display, *arguments):
@@ -31,7 +32,8 @@ def rows(build, _folder, _measured):
     try:
         typing = acts(build, display, "typing", ROWS, KEYS)
         group = acts(build, display, "group", OCCURRENCES, KEYS)
-        load = min(acts(build, display, "load", FIELDS, 1)["load"][0] for _ in range(LOADS))
+        load, question = (min(acts(build, display, "load", fields, 1)["load"][0] for _ in range(LOADS))
+                          for fields in (FIELDS, FEW))
     finally:
         display.close()
     yield delay(f"a key in {ROWS} rows, to 16 ms in 99 of 100", typing["key"])
@@ -40,5 +42,6 @@ def rows(build, _folder, _measured):
     yield delay(f"Enter in {OCCURRENCES} occurrences", group["enter"])
     yield delay(f"the next of {OCCURRENCES} occurrences", group["next"])
     own = core.benchmarks(build, f"^growth: report load/{FIELDS}", LOADS)[f"growth: report load/{FIELDS}"][1]
-    yield (f"load {2 * FIELDS} records into the window: to the core", f"{load * 1e3:.0f} ms, {own * 1e3:.0f} ms",
-           load / own, 3)
+    # What the load of a few fields takes is its question: a message box that is shown, painted and answered.
+    yield (f"load {2 * FIELDS} records into the window: to the core",
+           f"{load * 1e3:.0f} ms less {question * 1e3:.0f} ms for a question, {own * 1e3:.0f} ms", (load - question) / own, 3)
