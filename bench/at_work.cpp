@@ -1,9 +1,9 @@
 // The program at work without a window (workplace.h).
 #include "workplace.h"
 
-#include "main/events.h"
+#include "form/main_window.h"
+#include "main/commands.h"
 #include "main/layout.h"
-#include "main/main_window.h"
 #include "main/start_up.h"
 #include "model/field_model.h"
 #include "platform/console/answers.h"

@@ -1,9 +1,9 @@
 // What it costs to insert an occurrence in front of 10,000 others, beside copying as many bytes between two files.
 #include "workplace.h"
 
+#include "form/main_window.h"
 #include "groups/open_group.h"
 #include "groups/table_commands.h"
-#include "main/main_window.h"
 #include "model/field_model.h"
 #include "model/work_files.h"
 #include "platform/console/user.h"

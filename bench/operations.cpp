@@ -3,14 +3,14 @@
 
 #include "workplace.h"
 
+#include "form/main_window.h"
 #include "groups/open_group.h"
-#include "main/main_window.h"
+#include "main/template_command.h"
 #include "model/field_model.h"
-#include "model/template_file.h"
 #include "model/work_files.h"
 #include "platform/console/answers.h"
 #include "print/text_lines.h"
-#include "report/writer.h"
+#include "report/save_command.h"
 
 #include <array>
 #include <stdexcept>

@@ -1,7 +1,7 @@
 // What it costs to read a report of 28 MB, and to print it to a text file.
 #include "workplace.h"
 
-#include "main/main_window.h"
+#include "form/main_window.h"
 #include "model/field_model.h"
 #include "platform/items.h"
 #include "print/print_panel.h"

@@ -1,6 +1,6 @@
 // Prints a report on the default printer without showing a window: print_pages DIRECTORY/ NAME. What it costs is
 // measured from outside (compare.py).
-#include "main/main_window.h"
+#include "form/main_window.h"
 #include "model/field_model.h"
 #include "platform/program.h"
 #include "platform/runtime.h"

@@ -2,12 +2,12 @@
 // each, and a group of ten megabytes.
 #include "workplace.h"
 
-#include "groups/store.h"
-#include "main/main_window.h"
+#include "form/main_window.h"
 #include "main/recovery.h"
 #include "main/recovery_entries.h"
 #include "model/field_model.h"
 #include "model/recovery_file.h"
+#include "model/store.h"
 #include "platform/console/progress.h"
 #include "platform/files.h"
 

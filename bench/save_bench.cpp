@@ -3,7 +3,7 @@
 
 #include "model/field_model.h"
 #include "platform/files.h"
-#include "report/writer.h"
+#include "report/save_command.h"
 
 #include <benchmark/benchmark.h>
 

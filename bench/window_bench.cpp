@@ -2,10 +2,10 @@
 // with the number of rounds as a third argument. Prints the seconds of every single act, one "name seconds" a line.
 #include "workplace.h"
 
+#include "form/main_window.h"
 #include "groups/open_group.h"
-#include "main/events.h"
+#include "main/commands.h"
 #include "main/layout.h"
-#include "main/main_window.h"
 #include "main/session.h"
 #include "main/start_up.h"
 #include "model/field_model.h"

@@ -5,12 +5,11 @@
 #include "cli/messages.h"
 #include "cli/options.h"
 #include "cli/rooms.h"
-#include "groups/store.h"
 #include "model/field_model.h"
+#include "model/field_tables.h"
+#include "model/store.h"
 #include "platform/codepage.h"
-#include "platform/console/answers.h"
-#include "report/group_reader.h"
-#include "report/merge.h"
+#include "report/notices.h"
 #include "report/reader.h"
 
 #include <algorithm>
@@ -18,7 +17,7 @@
 namespace {
 
 // The report being checked, and the worst that was found in any.
-std::string Present;
+std::string Checked;
 int Status = NothingFound;
 
 // Several instances of a field are meant.
@@ -27,33 +26,22 @@ bool InstancesMeant = false;
 void Raise(int status) { Status = std::max(Status, status); }
 
 void TellFound(long line, std::string_view text) {
-    TellFinding(Present, line, text);
+    TellFinding(Checked, line, text);
     Raise(SomethingFound);
 }
 
-// Answers a load so that it goes on with everything else in the file.
-Answer AnswerLoad(const ShownMessage &message) {
-    if (message.Title == CutTitle) return OkAnswer; // each value that was cut has been told of by its line
-    const Integer error = ToldError(message);
-    if (error != 0 && !IsReportFault(error)) {
-        TellMessage(Present, 0, message.Text);
+Answer TellNotice(const LoadNotice &notice) {
+    const bool asks = notice.What == Notice::OverwriteFields || notice.What == Notice::OverwriteGroups;
+    if (notice.What == Notice::Damaged && !IsReportFault(notice.Error)) {
+        TellMessage(Checked, 0, notice.Text);
         Raise(FileFault);
-    } else if (message.Title != OverwriteTitle || !InstancesMeant) {
-        TellFound(RecordLine(), message.Text);
+    } else if (notice.What != Notice::ValuesCut && !(asks && InstancesMeant)) { // each cut value is told by its line
+        TellFound(notice.Line, notice.Text);
     }
-    return message.Title == OverwriteTitle ? NoAnswer : DefaultAnswer(message.Style);
+    return GoOn(notice);
 }
 
-void TellCutMember(Integer member) {
-    TellFound(RecordLine(), "The data of the field " + FieldTitle[member] +
-                                " did not fit into their Repeating Group and were cut to the " +
-                                std::to_string(FieldInfo[member][KindItem]) +
-                                " characters that the Fields Template File allows!");
-}
-
-void TellReplacedValue(Integer element) {
-    TellFound(RecordLine(), "The field " + FieldTitle[element] + " takes one value: this one replaces that before it!");
-}
+constexpr LoadFront Findings{TellNotice};
 
 // The element's help line begins with one of the words (upper case), letters in either case.
 bool IsRequired(Integer element, const std::vector<std::string> &words) {
@@ -71,8 +59,6 @@ void TellEmpty(Integer element, const std::string &where) {
                      " is empty! Its help line reads: " + FieldExtra[element][HelpLine]);
 }
 
-bool IsBlank(std::string_view cells) { return cells.find_first_not_of(' ') == std::string_view::npos; }
-
 // The members of each occurrence that holds anything; of a group without any, the group itself.
 void TellEmptyMembers(Integer head, const std::vector<std::string> &words) {
     std::string cells;
@@ -85,35 +71,29 @@ void TellEmptyMembers(Integer head, const std::vector<std::string> &words) {
     for (std::size_t k = 0; k * length < cells.size(); ++k) {
         const std::string_view occurrence = std::string_view(cells).substr(k * length, length);
         if (IsBlank(occurrence)) continue;
-        std::size_t cell = 0;
-        for (Integer e = ToInteger(head + 1); e < GroupEnd(head); ++e) {
-            if (!HasValue(e)) continue;
-            const auto size = static_cast<std::size_t>(FieldInfo[e][KindItem]);
-            if (IsRequired(e, words) && IsBlank(occurrence.substr(cell, size)))
-                TellEmpty(e, ", occurrence " + std::to_string(k + 1) + ",");
-            cell += size;
-        }
+        for (const Member &m : Members(head))
+            if (IsRequired(m.Element, words) && IsBlank(occurrence.substr(m.First, m.Cells)))
+                TellEmpty(m.Element, ", occurrence " + std::to_string(k + 1) + ",");
     }
 }
 
 void TellEmptyFields(const std::vector<std::string> &words) {
-    for (int number = 1; number <= NumFields; ++number) {
-        const Integer e = ToInteger(number);
+    for (const Integer e : Elements()) {
         if (IsGroupStart(e))
             TellEmptyMembers(e, words);
-        else if (HasValue(e) && FieldRow[e] > 0 && IsRequired(e, words) &&
-                 Trim(RowValue[ToInteger(FieldRow[e] - 1)]).empty())
+        else if (HasRow(e) && IsRequired(e, words) && IsBlank(ValueOf(e)))
             TellEmpty(e, "");
     }
 }
 
 void CheckReport(const std::string &path, const std::vector<std::string> &words) {
-    Present = path;
+    Checked = path;
     const Integer fault = FaultOf([&] {
-        EmptyEntries();
+        ClearEntries();
         const std::string bytes = ReadInput(path);
-        const ItemInput report = ItemsOf(bytes);
-        const LoadResult result = LoadReport(report);
+        ItemInput report = ItemsOf(bytes);
+        SplitPath(path, ReportFileDir, ReportFileName);
+        const LoadResult result = ReadReport(report, Findings);
         if (const long line = CuttingLine(bytes); line != 0) TellFound(line, CutByEndMark);
         for (const QuotedValue &value : FindDoubleQuotes(report)) TellFound(value.Line, DoubleQuoteText(value.Title));
         if (result == LoadResult::Whole && !words.empty()) TellEmptyFields(words);
@@ -139,9 +119,6 @@ int CheckReports(const Arguments &arguments) {
     const std::vector<std::string> wanted = WantedWords(arguments);
     if (!LoadTemplateOf(arguments)) return FileFault;
     InstancesMeant = arguments.Has("add");
-    Dialogs.Reply = AnswerLoad;
-    OnCutMember = TellCutMember;
-    OnReplacedValue = TellReplacedValue;
     std::size_t done = 0;
     for (const std::string &path : arguments.Files) {
         CheckReport(path, wanted);

@@ -7,21 +7,12 @@
 #include "cli/rooms.h"
 #include "cli/template_walk.h"
 #include "model/field_model.h"
-#include "platform/console/answers.h"
 
 #include <algorithm>
 #include <map>
 #include <vector>
 
 namespace {
-
-// What the loader said of the present template; "" where it took it.
-std::string Refusal;
-
-Answer KeepRefusal(const ShownMessage &message) {
-    Refusal = message.Text;
-    return DefaultAnswer(message.Style);
-}
 
 long LineOf(const TemplateWalk &walk, Integer element) {
     const auto place = static_cast<std::size_t>(element - 1);
@@ -51,13 +42,11 @@ void CheckPaths(TemplateWalk &walk) {
 
 // What only the loaded template shows.
 void CheckLoaded(const std::string &path, const std::string &bytes, TemplateWalk &walk) {
-    Refusal.clear();
-    Dialogs.Reply = KeepRefusal;
-    if (!LoadTemplate(path, bytes)) {
-        walk.Faults.push_back({0, "A load refuses it: " + Refusal});
-        return;
-    }
-    CheckPaths(walk);
+    const std::string refusal = LoadTemplate(path, bytes);
+    if (!refusal.empty())
+        walk.Faults.push_back({0, "A load refuses it: " + refusal});
+    else
+        CheckPaths(walk);
 }
 
 int CheckOne(const std::string &path) {

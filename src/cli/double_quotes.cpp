@@ -1,8 +1,8 @@
 // Finding values that hold a double quote (double_quotes.h).
 #include "cli/double_quotes.h"
 
-#include "groups/store.h"
 #include "model/field_model.h"
+#include "model/store.h"
 #include "report/records.h"
 
 #include <algorithm>
@@ -23,34 +23,26 @@ void AddMembers(Holders &holders, Integer head) {
     std::string cells;
     const auto length = static_cast<std::size_t>(ReadStore(head, cells).Items);
     if (cells.find('"') == std::string::npos) return;
-    for (std::size_t first = 0; first < cells.size(); first += length) {
-        std::size_t cell = first;
-        for (Integer e = ToInteger(head + 1); e < GroupEnd(head); ++e) {
-            if (!HasValue(e)) continue;
-            const auto size = static_cast<std::size_t>(FieldInfo[e][KindItem]);
-            AddHolder(holders, e, std::string_view(cells).substr(std::min(cell, cells.size()), size));
-            cell += size;
-        }
-    }
+    for (std::size_t first = 0; first < cells.size(); first += length)
+        for (const Member &m : Members(head))
+            AddHolder(holders, m.Element, std::string_view(cells).substr(first + m.First, m.Cells));
 }
 
 Holders FindHolders() {
     Holders holders;
-    for (int number = 1; number <= NumFields; ++number) {
-        const Integer e = ToInteger(number);
-        if (HasValue(e) && FieldRow[e] > 0) AddHolder(holders, e, RowValue[ToInteger(FieldRow[e] - 1)]);
-    }
+    for (const Integer e : Elements())
+        if (HasRow(e)) AddHolder(holders, e, ValueOf(e));
     for (const Integer head : WrittenStores()) AddMembers(holders, head);
     return holders;
 }
 
 } // namespace
 
-std::vector<QuotedValue> FindDoubleQuotes(ItemInput report) {
+std::vector<QuotedValue> FindDoubleQuotes(const ItemInput &loaded) {
     std::vector<QuotedValue> found;
     const Holders holders = FindHolders();
     if (holders.empty()) return found;
-    report.At = 0;
+    ItemInput report = ItemsOf(loaded.Bytes);
     if (!ReadReportHeader(report)) return found;
     LinePlace counted;
     ReportRecord record;

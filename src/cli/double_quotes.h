@@ -14,6 +14,6 @@ struct QuotedValue {
 
 // The records of a report just loaded whose values hold one now. A MEMO is no such field: its quotes are saved as
 // apostrophes.
-std::vector<QuotedValue> FindDoubleQuotes(ItemInput report);
+std::vector<QuotedValue> FindDoubleQuotes(const ItemInput &loaded);
 
 std::string DoubleQuoteText(const std::string &title);

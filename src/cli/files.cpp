@@ -1,7 +1,7 @@
 // Inputs and outputs of commands (files.h).
 #include "cli/files.h"
 
-#include "cli/work_folder.h"
+#include "cli/unfinished.h"
 
 #include <array>
 #include <cerrno>

@@ -15,7 +15,7 @@ namespace {
 // A template made to keep the search busy is looked at in part; none that people fill in comes near this.
 constexpr long MostSteps = 200'000'000;
 
-using Elements = std::vector<Integer>;
+using ElementList = std::vector<Integer>;
 
 struct Element {
     Integer Outer = 0;    // the section or group around it; 0 for none
@@ -25,10 +25,10 @@ struct Element {
 };
 
 struct Search {
-    std::vector<Element> About;                            // by element
-    std::map<Integer, Elements, std::greater<>> ByLevel{}; // those with a title, the deepest level first
+    std::vector<Element> About;                               // by element
+    std::map<Integer, ElementList, std::greater<>> ByLevel{}; // those with a title, the deepest level first
     // What a record could belong to, by group (-1: it is one), level and title.
-    std::map<std::tuple<Integer, Integer, std::string>, Elements> Alike{};
+    std::map<std::tuple<Integer, Integer, std::string>, ElementList> Alike{};
     long Steps = 0;
 
     Element &Of(Integer element) { return About[static_cast<std::size_t>(element)]; }
@@ -50,8 +50,7 @@ void MarkWritten(Search &search, Integer target) {
 Search NewSearch() {
     Search search{std::vector<Element>(static_cast<std::size_t>(NumFields) + 1)};
     Integer around = 0;
-    for (int number = 1; number <= NumFields; ++number) {
-        const Integer e = ToInteger(number);
+    for (const Integer e : Elements()) {
         const bool isGroupEnd = IsGroupEnd(e);
         const Integer level = LevelOf(isGroupEnd ? FieldGroup[e] : e);
         while (around != 0 && LevelOf(around) >= level) around = search.Of(around).Outer;
@@ -70,7 +69,7 @@ Search NewSearch() {
 }
 
 // The title last passed at a level on the way through the template to an element.
-const std::string &PassedAt(const Elements &level, Integer element) {
+const std::string &PassedAt(const ElementList &level, Integer element) {
     static const std::string none;
     const auto next = std::lower_bound(level.begin(), level.end(), element);
     return next == level.begin() ? none : FieldTitle[*std::prev(next)];
@@ -80,7 +79,7 @@ enum class Found { Yes, No, Open };
 
 // Looks at the elements of a level between two, from behind, for a title that a report may show there.
 template <typename Wanted>
-Found LookBack(Search &search, const Elements &level, Integer from, Integer behind, const Wanted &wanted) {
+Found LookBack(Search &search, const ElementList &level, Integer from, Integer behind, const Wanted &wanted) {
     auto next = std::lower_bound(level.begin(), level.end(), behind);
     while (next != level.begin() && *std::prev(next) > from) {
         const Integer e = *--next;
@@ -94,7 +93,7 @@ Found LookBack(Search &search, const Elements &level, Integer from, Integer behi
 // The title last read at a level, where the record of an element comes, may be one that is wanted: its fields before
 // may all be empty or filled in. A member may also follow those behind it, of the occurrence before.
 template <typename Wanted>
-bool MayBeRead(Search &search, const Elements &level, Integer element, const Wanted &wanted) {
+bool MayBeRead(Search &search, const ElementList &level, Integer element, const Wanted &wanted) {
     const Integer group = IsGroupStart(element) ? Integer{0} : FieldGroup[element];
     Found found = LookBack(search, level, group, element, wanted);
     if (found == Found::Open && group != 0) {
@@ -187,8 +186,7 @@ std::map<Integer, Integer> FindEqualPaths() {
     std::vector<Integer> paths(search.About.size()); // of each element the first one that has its path
     std::map<std::pair<Integer, std::string>, Integer> first;
     std::map<Integer, Integer> equal;
-    for (int number = 1; number <= NumFields; ++number) {
-        const Integer e = ToInteger(number);
+    for (const Integer e : Elements()) {
         const Integer around = paths[static_cast<std::size_t>(search.Of(e).Outer)];
         if (!IsTarget(e) && !IsSection(e)) continue;
         const auto [same, isNew] = first.try_emplace({around, FieldTitle[e]}, e);

@@ -1,7 +1,7 @@
 // quintave-cli: reports and templates without a window. Its commands: commands.cpp.
 #include "cli/messages.h"
 #include "cli/options.h"
-#include "cli/work_folder.h"
+#include "cli/unfinished.h"
 
 #include <algorithm>
 #include <csignal>
@@ -72,6 +72,6 @@ int main(int argc, char **argv) {
     if (argc > 0) argv[0] = name;
     const int status = Run(argc, argv);
     const bool whole = EndResults();
-    RemoveWorkFolder();
+    EndRemoving();
     return whole ? status : std::max<int>(status, FileFault);
 }

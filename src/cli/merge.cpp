@@ -1,14 +1,13 @@
 // quintave-cli merge: reports loaded on top of each other, and saved as one.
-#include "report/merge.h"
 #include "cli/commands.h"
 #include "cli/double_quotes.h"
 #include "cli/files.h"
 #include "cli/messages.h"
 #include "cli/options.h"
 #include "cli/rooms.h"
-#include "cli/work_folder.h"
 #include "model/field_model.h"
-#include "platform/console/answers.h"
+#include "platform/files.h"
+#include "report/notices.h"
 #include "report/reader.h"
 #include "report/writer.h"
 
@@ -17,34 +16,41 @@
 namespace {
 
 // The file being read or written, the worst that happened, and whether values of the present report are added.
-std::string Present;
+std::string Merged;
 int Status = NothingFound;
 bool Adds = true;
 
-// The answers of a user who wants all that can be had: go on, and overwrite or add as asked for.
-Answer AnswerMerge(const ShownMessage &message) {
-    if (message.Title == OverwriteTitle) return Adds ? NoAnswer : YesAnswer;
-    const Integer error = ToldError(message);
-    TellMessage(Present, error == 0 || IsReportFault(error) ? RecordLine() : 0, message.Text);
-    Status = std::max<int>(Status, error == 0 ? SomethingFound : FileFault);
-    return DefaultAnswer(message.Style);
+// Goes on, and overwrites or adds as asked for.
+Answer TellNotice(const LoadNotice &notice) {
+    switch (notice.What) {
+    case Notice::OverwriteFields:
+    case Notice::OverwriteGroups: return Adds ? NoAnswer : YesAnswer;
+    case Notice::ValueCut: // the one behind the load speaks for each
+    case Notice::ValueReplaced: return OkAnswer;
+    default: break;
+    }
+    TellMessage(Merged, notice.Error == 0 || IsReportFault(notice.Error) ? notice.Line : 0, notice.Text);
+    Status = std::max<int>(Status, notice.Error == 0 ? SomethingFound : FileFault);
+    return GoOn(notice);
 }
+
+constexpr LoadFront Messages{TellNotice};
 
 void TellDoubleQuotes(const ItemInput &report) {
     for (const QuotedValue &value : FindDoubleQuotes(report)) {
-        TellMessage(Present, value.Line, DoubleQuoteText(value.Title));
+        TellMessage(Merged, value.Line, DoubleQuoteText(value.Title));
         Status = std::max<int>(Status, SomethingFound);
     }
 }
 
 // False where nothing of the report was loaded.
 bool LoadOne(const std::string &path) {
-    Present = path;
+    Merged = path;
     SplitPath(path, ReportFileDir, ReportFileName);
     LoadResult result = LoadResult::Refused;
     const Integer fault = FaultOf([&] {
-        const ItemInput report = ItemsOf(ReadInput(path));
-        result = LoadReport(report);
+        ItemInput report = ItemsOf(ReadInput(path));
+        result = ReadReport(report, Messages);
         TellDoubleQuotes(report);
     });
     if (fault != 0) TellFileError(path, fault);
@@ -54,18 +60,19 @@ bool LoadOne(const std::string &path) {
 
 void Save(const Arguments &arguments) {
     const std::string output = arguments.Last("output");
-    Present = OutputName(output);
+    Merged = OutputName(output);
     std::vector<std::string> inputs = arguments.Files;
     inputs.push_back(arguments.Last("template"));
+    Integer writeFault = 0;
     const Integer fault = FaultOf([&] {
         Result result(output, inputs);
-        const std::string path = result.Staged().empty() ? WorkFolder() + "merged.rpx" : result.Staged();
-        SplitPath(path, ReportFileDir, ReportFileName);
-        if (!WriteReportFile()) return; // the message has been told
-        if (result.Staged().empty()) result.File().Write(ReadFile(path));
-        result.Close();
+        writeFault = FaultOf([&] { WriteReport(result.File(), TemplateName); });
+        if (writeFault == 0) result.Close();
     });
-    if (fault != 0) Status = TellFileError(Present, fault);
+    if (fault != 0) Status = TellFileError(Merged, fault);
+    if (writeFault == 0) return;
+    TellMessage(Merged, 0, WriteErrorText(writeFault));
+    Status = FileFault;
 }
 
 } // namespace
@@ -74,8 +81,6 @@ int MergeReports(const Arguments &arguments) {
     if (!arguments.Has("output")) throw UsageError{"missing --output OUT.rpx"};
     if (arguments.Has("overwrite") == arguments.Has("add")) throw UsageError{"one of --overwrite and --add is needed"};
     if (!LoadTemplateOf(arguments)) return FileFault;
-    Dialogs.Reply = AnswerMerge;
-    FileMark = FirstLoad;
     bool any = false;
     std::size_t done = 0;
     for (const std::string &path : arguments.Files) {

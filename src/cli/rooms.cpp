@@ -4,18 +4,16 @@
 #include "cli/files.h"
 #include "cli/messages.h"
 #include "cli/options.h"
-#include "cli/work_folder.h"
-#include "main/events.h"
-#include "main/layout.h"
-#include "main/session.h"
 #include "model/field_model.h"
-#include "model/template_file.h"
+#include "model/field_tables.h"
+#include "model/template_reader.h"
 #include "model/work_files.h"
-#include "platform/console/answers.h"
 #include "platform/files.h"
+#include "report/choice_matching.h"
+#include "report/notices.h"
+#include "report/title_index.h"
 
 #include <algorithm>
-#include <filesystem>
 
 namespace {
 
@@ -23,38 +21,34 @@ constexpr int MostTitles = 20; // in a path that is told
 
 } // namespace
 
-bool LoadTemplate(const std::string &path, const std::string &bytes) {
-    ConnectMainWindow();
-    SetContainers(MainLayout());
-    ResourceDir = WorkFolder();
+std::string LoadTemplate(const std::string &path, const std::string &bytes) {
     HoldWorkFiles();
-    std::string directory;
-    std::string name;
-    SplitPath(path, directory, name);
-    // A copy in a directory of its own: the template may come through a pipe, and work files are deleted by pattern.
-    directory = ResourceDir + "template/";
-    std::error_code ignored; // the copy's error will tell
-    std::filesystem::create_directory(directory, ignored);
-    OutputFile copy(directory + name, OutputFile::Access::Own);
-    copy.Write(bytes);
-    copy.Close(false);
-    return LoadTemplateAt(directory, name);
+    SplitPath(path, TemplateDir, TemplateName);
+    ItemInput input = ItemsOf(bytes);
+    std::string suffix;
+    if (!ReadTemplateHeader(input, suffix)) return std::string(WrongHeaderText);
+    input.At = 0;
+    TemplateContent content;
+    const Integer fault = FaultOf([&] { content = ReadTemplate(std::move(input)); });
+    if (fault != 0) return UnreadableText(fault);
+    ReplaceWorkFiles(content);
+    FillTables(content, nullptr);
+    AllowInstances = Truth(!TurnsInstancesOff(suffix));
+    BuildTitleIndex();
+    ForgetChoices();
+    return "";
 }
 
 bool LoadTemplateOf(const Arguments &arguments) {
-    static std::string path;
-    path = arguments.Last("template");
+    const std::string path = arguments.Last("template");
     if (path.empty()) throw UsageError{"missing --template FILE.ftf"};
     const std::vector<std::string> &files = arguments.Files;
     if (path == "-" && std::count(files.begin(), files.end(), "-") > 0) throw UsageError{std::string(InputReadOnce)};
-    Dialogs.Reply = [](const ShownMessage &message) {
-        TellMessage(path, 0, message.Text);
-        return DefaultAnswer(message.Style);
-    };
-    bool loaded = false;
-    const Integer fault = FaultOf([&] { loaded = LoadTemplate(path, ReadInput(path)); });
+    std::string refusal;
+    const Integer fault = FaultOf([&] { refusal = LoadTemplate(path, ReadInput(path)); });
     if (fault != 0) TellFileError(path, fault);
-    return loaded;
+    if (!refusal.empty()) TellMessage(path, 0, refusal);
+    return fault == 0 && refusal.empty();
 }
 
 long CuttingLine(std::string_view bytes) {
@@ -66,14 +60,9 @@ long CuttingLine(std::string_view bytes) {
     return LineAt(counted, bytes, mark);
 }
 
-void EmptyEntries() {
-    DataChanged = False; // nobody is to be asked
-    CommandReset_Click();
-}
-
-Integer ToldError(const ShownMessage &message) {
-    constexpr std::string_view Start = "Error: ";
-    return message.Text.starts_with(Start) ? ToInteger(NumericValue(message.Text.substr(Start.size()))) : Integer{0};
+Answer GoOn(const LoadNotice &notice) {
+    if (notice.What == Notice::OverwriteFields || notice.What == Notice::OverwriteGroups) return NoAnswer;
+    return notice.What == Notice::NotInTemplate ? YesAnswer : OkAnswer;
 }
 
 bool IsReportFault(Integer number) { return number == Overflow || number == TypeMismatch || number == InputPastEnd; }

@@ -2,10 +2,10 @@
 #include "cli/template_walk.h"
 
 #include "model/field_model.h"
+#include "model/row_text.h"
 #include "model/template_reader.h"
 #include "platform/codepage.h"
 #include "report/choice_matching.h"
-#include "screen/row_text.h"
 
 #include <cstdlib>
 #include <optional>

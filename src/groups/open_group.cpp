@@ -1,19 +1,20 @@
 // Entering, moving in and leaving a group (open_group.h).
 #include "groups/open_group.h"
 
+#include "form/main_window.h"
 #include "groups/occurrence.h"
-#include "groups/store.h"
-#include "main/main_window.h"
+#include "groups/open_store.h"
 #include "model/field_model.h"
+#include "model/row_text.h"
 #include "model/work_files.h"
 #include "platform/dialogs.h"
 #include "report/choice_matching.h"
-#include "screen/field_list.h"
-#include "screen/row_text.h"
 #include "screen/selected_field.h"
-#include "screen/value_entry.h"
+#include "screen/selection.h"
 
 #include <algorithm>
+#include <array>
+#include <functional>
 #include <utility>
 
 namespace {
@@ -31,13 +32,9 @@ void ListMembers(Integer head) {
     ClearRows(rows);
     rows.Tag = std::to_string(head);
     Integer row = 0;
-    int cell = 1; // behind the last cell of the longest group it needs more than an Integer
-    const Integer end = GroupEnd(head);
-    for (Integer e = ToInteger(head + 1); e < end; ++e) {
-        if (!HasValue(e)) continue;
-        GroupSlot[row] = {e, ToInteger(cell)};
-        AddRow(rows, RowPrefix(FieldTitle[e]));
-        cell += FieldInfo[e][KindItem];
+    for (const Member &member : Members(head)) {
+        GroupSlot[row] = {member.Element, ToInteger(member.First + 1)};
+        AddRow(rows, RowPrefix(FieldTitle[member.Element]));
         ++row;
     }
 }
@@ -73,15 +70,6 @@ void ShowGroupScreen(Integer head) {
     SetFocus(GroupRows());
 }
 
-void HideGroupControls() {
-    SetVisible(Quintave.TableFrame, false);
-    SetVisible(Quintave.GrpExit, false);
-    for (const Integer code : {ShortText, LongText, Memo})
-        SetVisible(Quintave.Text1.at(static_cast<std::size_t>(GroupList - code)), false);
-    SetVisible(Quintave.List2[GroupList], false);
-    SetVisible(OtherBox(GroupList), false);
-}
-
 void AddOccurrence() {
     AppendBlankOccurrence();
     AddRow(Quintave.TblFldNum, std::to_string(GroupOccurrenceCount));
@@ -95,19 +83,11 @@ void MoveTo(Integer index) {
     SetFocus(ActiveRows());
 }
 
-void ToPrevious() { MoveTo(ToInteger(GroupLoadedOccurrence - 1)); }
-void ToTop() { MoveTo(0); }
-void ToNext() { MoveTo(ToInteger(GroupLoadedOccurrence + 1)); }
-void ToBottom() { MoveTo(ToInteger(GroupOccurrenceCount - 1)); }
-
 void TakeOffScreen() {
     SetVisible(Quintave.TableFrame, false);
     ShowSelectedField(Restart, PutAwayOnly);
     SwapRowMaps();
-    CloseStore();
-    HideGroupControls();
-    UseList(0);
-    GroupRows().Tag = "-1";
+    CloseGroupScreen();
     CurrentField = Quintave.List1[0].ListIndex;
 }
 
@@ -116,10 +96,8 @@ void Leave() {
     RememberOccurrence();
     TakeOffScreen();
     SetFocus(Quintave.List1[0]);
-    if (static_cast<std::size_t>(CurrentField) + 1 < Quintave.List1[0].Rows.size())
-        SetListIndex(Quintave.List1[0], ToInteger(CurrentField + 1));
-    else
-        List1_Click(0);
+    const bool isLast = static_cast<std::size_t>(CurrentField) + 1 >= ActiveRows().Rows.size();
+    SetListIndex(ActiveRows(), isLast ? CurrentField : ToInteger(CurrentField + 1));
 }
 
 } // namespace
@@ -144,23 +122,26 @@ void OpenGroup(Integer head) {
 void GrpExit_Click() { RunGroupCommand(Leave); }
 
 bool LeaveGroup() {
-    if (Quintave.GrpExit.Visible) GrpExit_Click();
-    return !Quintave.GrpExit.Visible;
+    if (GroupIsOpen()) GrpExit_Click();
+    return !GroupIsOpen();
 }
 
 void AbandonGroup() { TakeOffScreen(); }
 
 void FldChange_Click(Integer Index) {
-    constexpr std::array<void (*)(), 4> Moves{ToPrevious, ToTop, ToNext, ToBottom};
     if (Index == Previous && Quintave.TblFldNum.ListIndex == 0) return;
-    RunGroupCommand(Moves.at(static_cast<std::size_t>(Index)));
+    RunGroupCommand([&] {
+        const int here = GroupLoadedOccurrence;
+        const std::array<int, 4> targets{here - 1, 0, here + 1, GroupOccurrenceCount - 1};
+        MoveTo(ToInteger(targets.at(static_cast<std::size_t>(Index))));
+    });
 }
 
 Integer GroupHead() { return ToInteger(static_cast<long long>(NumericValue(GroupRows().Tag))); }
 
 void StoreShownOccurrence() {
     // Hiding the entry control ends its edit while the occurrence it belongs to is still the loaded one.
-    ShowSelectedField(Restart, False);
+    ShowSelectedField(Restart);
     WriteOccurrence();
 }
 
@@ -168,7 +149,7 @@ void ShowLoadedOccurrence() {
     ShowListIndex(Quintave.TblFldNum, GroupLoadedOccurrence);
     RememberOccurrence();
     ShowFieldValueLine();
-    ShowSelectedField(Restart, False);
+    ShowSelectedField(Restart);
 }
 
 void ShowOccurrence(Integer index) {
@@ -190,7 +171,9 @@ void ShowFieldValueLine() {
     }
 }
 
-void RunGroupCommand(void (*command)()) {
+void TellWorkFileError(Integer error) { MsgBox(WorkFileErrorText(error), CriticalIcon, "Quintave"); }
+
+void RunGroupCommand(const std::function<void()> &command) {
     try {
         command();
     } catch (const RuntimeError &error) {
@@ -203,7 +186,12 @@ void RunGroupCommand(void (*command)()) {
 
 void CloseGroupScreen() {
     CloseStore();
-    HideGroupControls();
+    SetVisible(Quintave.TableFrame, false);
+    SetVisible(Quintave.GrpExit, false);
+    for (const Integer code : {ShortText, LongText, Memo})
+        SetVisible(Quintave.Text1.at(static_cast<std::size_t>(GroupList - code)), false);
+    SetVisible(Quintave.List2[GroupList], false);
+    SetVisible(OtherBox(GroupList), false);
     UseList(0);
     GroupRows().Tag = "-1";
 }

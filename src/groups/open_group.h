@@ -4,6 +4,8 @@
 
 #include "platform/runtime.h"
 
+#include <functional>
+
 // Enters the group that an element starts. A group without members says so, a store that cannot be used gives its
 // message; neither is entered.
 void OpenGroup(Integer head);
@@ -36,8 +38,11 @@ void ShowOccurrence(Integer index);
 // Rewrites the rows of the open group from GroupItems().
 void ShowFieldValueLine();
 
+// Tells the user that a work file could not be used.
+void TellWorkFileError(Integer error);
+
 // Runs a group command; an error becomes its message, and the occurrence stays on screen.
-void RunGroupCommand(void (*command)());
+void RunGroupCommand(const std::function<void()> &command);
 
 // Takes an open group off the screen without storing anything.
 void CloseGroupScreen();

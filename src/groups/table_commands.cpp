@@ -1,12 +1,13 @@
 // Insert, delete and jump (table_commands.h).
 #include "groups/table_commands.h"
 
+#include "form/main_window.h"
 #include "groups/open_group.h"
-#include "groups/store.h"
-#include "main/main_window.h"
+#include "groups/open_store.h"
 #include "model/field_model.h"
 #include "screen/command_keys.h"
 #include "screen/selected_field.h"
+#include "screen/selection.h"
 #include "screen/value_entry.h"
 
 namespace {

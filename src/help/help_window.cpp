@@ -1,7 +1,7 @@
 // The help window (help_window.h).
 #include "help/help_window.h"
 
-#include "main/main_window.h"
+#include "form/main_window.h"
 #include "model/field_model.h"
 #include "platform/codepage.h"
 #include "platform/dialogs.h"

@@ -2,7 +2,7 @@
 // user's font.
 #include "main/layout.h"
 
-#include "main/main_window.h"
+#include "form/main_window.h"
 #include "model/field_model.h"
 
 namespace {

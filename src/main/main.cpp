@@ -1,5 +1,5 @@
 // The program: arguments, then the main window until it ends.
-#include "main/events.h"
+#include "main/commands.h"
 #include "main/layout.h"
 #include "main/session.h"
 #include "main/start_up.h"

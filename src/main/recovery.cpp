@@ -1,16 +1,16 @@
 // When unsaved entries are kept, offered and removed (recovery.h).
 #include "main/recovery.h"
 
-#include "groups/store.h"
-#include "main/main_window.h"
+#include "form/main_window.h"
 #include "main/recovery_entries.h"
+#include "main/template_command.h"
 #include "model/field_model.h"
-#include "model/template_file.h"
+#include "model/store.h"
 #include "model/template_reader.h"
 #include "platform/clock.h"
 #include "platform/codepage.h"
 #include "platform/dialogs.h"
-#include "report/save_command.h"
+#include "report/records.h"
 
 #include <algorithm>
 #include <optional>
@@ -24,17 +24,17 @@ constexpr long long MostWait = 60000;  // up to this wait: one slow write says l
 constexpr std::string_view Title = "UNSAVED ENTRIES";
 
 // Tells one state of all entries from another.
-struct EntriesState {
+struct Version {
     std::uint64_t Entries = 0;
     long Stores = 0;
-    bool operator==(const EntriesState &) const = default;
+    bool operator==(const Version &) const = default;
 };
 
-bool Ours = false;                   // the recovery file, where there is one, is this session's
-bool Exists = false;                 // there is one
-EntriesState Kept;                   // what it holds
-std::optional<EntriesState> GivenUp; // what the user did not want to be saved; nothing before such an answer
-long long NextWrite = 0;             // not before this moment
+bool Ours = false;              // the recovery file, where there is one, is this session's
+bool Exists = false;            // there is one
+Version Kept;                   // what it holds
+std::optional<Version> GivenUp; // what the user did not want to be saved; nothing before such an answer
+long long NextWrite = 0;        // not before this moment
 
 std::string RecoveryPath() { return ResourceDir + std::string(RecoveryName); }
 
@@ -45,7 +45,7 @@ bool DeleteKept() {
            FaultOf([] { OutputFile(RecoveryPath(), OutputFile::Access::User).Close(false); }) == 0;
 }
 
-EntriesState StateOf(const std::string &entries) { return {Checksum().Add(entries).Value(), StoreChanges()}; }
+Version StateOf(const std::string &entries) { return {Checksum().Add(entries).Value(), StoreChanges()}; }
 
 void KeepEntries() {
     const long long now = SteadyMilliseconds();
@@ -53,7 +53,7 @@ void KeepEntries() {
     bool changed = true;
     const Integer fault = FaultOf([&] {
         const std::string entries = EntriesOnScreen();
-        const EntriesState state = StateOf(entries);
+        const Version state = StateOf(entries);
         changed = !Exists || !(state == Kept);
         if (!changed) return;
         WriteEntries(entries);
@@ -144,7 +144,8 @@ bool HasTemplate(const EntriesOrigin &origin) {
     const Integer fault = FaultOf([&] {
         std::string suffix;
         const std::string path = origin.TemplateDir + name;
-        same = ReadTemplateHeader(path, suffix) && std::to_string(MarkOf(ReadTemplate(path))) == origin.TemplateMark;
+        same = ReadTemplateHeader(path, suffix) &&
+               std::to_string(MarkOf(ReadTemplate(OpenItems(path)))) == origin.TemplateMark;
     });
     if (fault != 0)
         RefuseError(fault);

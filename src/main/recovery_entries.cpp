@@ -1,13 +1,12 @@
 // Entries to items and back (recovery_entries.h).
 #include "main/recovery_entries.h"
 
+#include "form/main_window.h"
 #include "groups/open_group.h"
-#include "groups/store.h"
-#include "main/main_window.h"
 #include "model/field_model.h"
-#include "report/save_command.h"
-#include "screen/row_text.h"
-#include "screen/selected_field.h"
+#include "model/store.h"
+#include "report/records.h"
+#include "screen/selection.h"
 #include "screen/value_entry.h"
 
 #include <charconv>
@@ -26,8 +25,6 @@ constexpr std::string_view ChoiceKind = "choice"; // chosen entry of a list, occ
 constexpr std::string_view GroupKind = "group";   // all occurrences
 constexpr std::string_view OpenKind = "open";     // the occurrence in hand, last shown of its group
 
-bool GroupIsOpen() { return ActiveList == GroupList; }
-
 std::string BelowResources(const std::string &directory) {
     return directory.starts_with(ResourceDir) ? directory.substr(ResourceDir.size()) : directory;
 }
@@ -37,36 +34,35 @@ std::string FromRoot(const std::string &directory) {
     return directory.empty() || directory.starts_with('/') ? directory : CurrentDirectory() + directory;
 }
 
-void AddOrigin(std::string &items) {
+// The entries with the edit that is still open.
+EntriesState EnteredSoFar() {
+    EntriesState entries = TheEntries;
+    if (GroupIsOpen()) {
+        entries.GroupItems = EditedItems();
+        entries.Chosen[GroupHead()] = GroupLoadedOccurrence;
+    } else if (CurrentField < NumRows) {
+        entries.RowValue[CurrentField] = EditedValue();
+    }
+    return entries;
+}
+
+void AddOrigin(std::string &items, const EntriesState &entries) {
     AddItem(items, FolderKind, 0, BelowResources(TemplateDir));
     AddItem(items, TemplateKind, 0, TemplateName);
     AddItem(items, MarkKind, 0, std::to_string(TemplateMark));
-    AddItem(items, ReportFolderKind, 0, FromRoot(FileMarkDir));
-    AddItem(items, ReportKind, 0, FileMark);
+    AddItem(items, ReportFolderKind, 0, FromRoot(entries.FileMarkDir));
+    AddItem(items, ReportKind, 0, entries.FileMark);
     AddItem(items, CaptionKind, 0, Quintave.editframe.Caption);
 }
 
-void AddValues(std::string &items) {
-    const Integer edited = GroupIsOpen() ? Integer{-1} : CurrentField;
-    for (Integer row = 0; row < NumRows; ++row) {
-        if (row == edited) {
-            const std::string value = EditedValue();
-            if (!value.empty()) AddItem(items, ValueKind, row, value);
-        } else if (!RowValue[row].empty()) {
-            AddItem(items, ValueKind, row, RowValue[row]);
-        }
-    }
-}
-
-void AddChoices(std::string &items) {
-    const Integer open = GroupIsOpen() ? GroupHead() : Integer{0};
-    for (int number = 1; number <= NumFields; ++number) {
-        const Integer e = ToInteger(number);
+void AddEntries(std::string &items, const EntriesState &entries) {
+    for (Integer row = 0; row < NumRows; ++row)
+        if (!entries.RowValue[row].empty()) AddItem(items, ValueKind, row, entries.RowValue[row]);
+    for (const Integer e : Elements()) {
         const Integer none = IsList(e) ? Integer{-1} : Integer{0};
-        const Integer choice = e == open ? GroupLoadedOccurrence : FieldInfo[e][Choice];
-        if (choice != none) AddItem(items, ChoiceKind, e, std::to_string(choice));
+        if (entries.Chosen[e] != none) AddItem(items, ChoiceKind, e, std::to_string(entries.Chosen[e]));
     }
-    if (open != 0) AddItem(items, OpenKind, open, std::string_view(EditedItems()).substr(1));
+    if (GroupIsOpen()) AddItem(items, OpenKind, GroupHead(), std::string_view(entries.GroupItems).substr(1));
 }
 
 void Need(bool condition) {
@@ -76,8 +72,7 @@ void Need(bool condition) {
 void PlaceValue(Integer row, std::string_view value) {
     Need(row >= 0 && row < NumRows && HasValue(RowField[row]));
     RowValue[row] = value;
-    Control &rows = Quintave.List1[0];
-    SetRow(rows, row, RowWithValue(rows.Rows[static_cast<std::size_t>(row)], value));
+    ShowValueInRow(row, value);
 }
 
 void PlaceChoice(Integer element, std::string_view digits) {
@@ -89,7 +84,7 @@ void PlaceChoice(Integer element, std::string_view digits) {
 
 void PlaceOccurrences(Integer head, std::string_view occurrences) {
     Need(head >= 1 && IsGroupStart(head));
-    const auto length = static_cast<std::size_t>(GroupLength(head));
+    const auto length = static_cast<std::size_t>(LengthOf(head));
     Need(length > 0 && !occurrences.empty() && occurrences.size() % length == 0);
     ReplaceStore(head, occurrences);
 }
@@ -108,10 +103,10 @@ void PlaceOpenOccurrence(Integer head, std::string_view cells) {
 } // namespace
 
 std::string EntriesOnScreen() {
+    const EntriesState entries = EnteredSoFar();
     std::string items;
-    AddOrigin(items);
-    AddValues(items);
-    AddChoices(items);
+    AddOrigin(items, entries);
+    AddEntries(items, entries);
     return items;
 }
 

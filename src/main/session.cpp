@@ -1,20 +1,21 @@
 // Reset, quit and closing (session.h).
 #include "main/session.h"
 
+#include "form/main_window.h"
 #include "groups/open_group.h"
-#include "groups/store.h"
+#include "groups/open_store.h"
 #include "help/help_window.h"
-#include "main/main_window.h"
 #include "main/recovery.h"
+#include "main/template_command.h"
 #include "model/field_model.h"
-#include "model/template_file.h"
+#include "model/field_tables.h"
 #include "model/work_files.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "platform/front.h"
 #include "report/save_command.h"
-#include "screen/row_text.h"
 #include "screen/selected_field.h"
+#include "screen/selection.h"
 #include "screen/value_entry.h"
 
 namespace {
@@ -28,49 +29,19 @@ bool SaveBefore() {
     return DataChanged == False;
 }
 
-void EmptyRows() {
-    Control &rows = Quintave.List1[0];
-    for (Integer row = 0; row < NumRows; ++row) {
-        const Integer element = RowField[row];
-        RowValue[row].clear();
-        if (!IsSection(element) && !IsGroupStart(element))
-            SetRow(rows, row, RowWithValue(rows.Rows[static_cast<std::size_t>(row)], ""));
-    }
-}
-
-// The store holds one blank occurrence and nothing else. Looking costs much less than writing one over it.
-bool IsBlankStore(Integer head) {
-    std::string store;
-    return FaultOf([&] { store = ReadWorkFile(GroupFileName(head)); }) == 0 && store == BlankStore(GroupLength(head));
-}
-
-// Every group back to one blank occurrence, every list to no choice.
-void EmptyElements() {
-    Integer fault = 0;
-    for (int number = 1; number <= NumFields; ++number) {
-        const Integer e = ToInteger(number);
-        FieldInfo[e][Choice] = IsList(e) ? Integer{-1} : Integer{0};
-        if (!IsGroupStart(e) || IsBlankStore(e)) continue;
-        try {
-            ReplaceStore(e, std::string(static_cast<std::size_t>(GroupLength(e)), ' '));
-        } catch (const RuntimeError &error) {
-            if (fault == 0) fault = error.Number;
-        }
-    }
-    GroupOccurrenceCount = 1;
-    if (fault != 0) TellWorkFileError(fault);
-}
-
-void EmptyEntries() {
+void EmptyScreen() {
     ShowSelectedField(Restart, PutAwayOnly);
     FileMark = FirstLoad;
-    EmptyRows();
-    EmptyElements();
+    const Integer fault = ClearEntries();
+    for (Integer row = 0; row < NumRows; ++row)
+        if (HasRow(RowField[row])) ShowValueInRow(row, "");
+    GroupOccurrenceCount = 1;
+    if (fault != 0) TellWorkFileError(fault);
     CurrentField = 0;
     LoadState = 0;
     ListTop = 0;
     ShowTemplateCaption();
-    SetCaption(Quintave.CommandAdd, "^Add/Open File");
+    OfferMerge(false);
     SetListIndex(Quintave.List1[0], 0);
     DataChanged = False;
     SettleRecovery();
@@ -102,7 +73,7 @@ void CommandReset_Click() {
     const Integer list = ActiveList;
     if (MayReset()) {
         if (!LeaveGroup()) AbandonGroup(); // its occurrences are emptied all the same
-        EmptyEntries();
+        EmptyScreen();
         TmpStr.clear();
     } else {
         if (ActiveList == list) CurrentField = LoadState; // a save leaves an open group, and its row with it

@@ -1,18 +1,19 @@
 // Start-up (start_up.h). The template it loads: model/template_file.cpp.
 #include "main/start_up.h"
 
-#include "main/main_window.h"
+#include "form/main_window.h"
 #include "main/recovery.h"
 #include "main/session.h"
+#include "main/template_command.h"
 #include "main/user_resources.h"
 #include "model/field_model.h"
 #include "model/resource_table.h"
-#include "model/template_file.h"
 #include "platform/clock.h"
 #include "platform/codepage.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "report/load_command.h"
+#include "screen/selection.h"
 
 namespace {
 
@@ -109,7 +110,7 @@ void ActivateMainWindow() {
 
 void LogoOff_Click() {
     SetVisible(Quintave.Frame5, false);
-    if (ActiveList == GroupList) SetVisible(Quintave.TableFrame, true);
+    if (GroupIsOpen()) SetVisible(Quintave.TableFrame, true);
     SetVisible(Quintave.editframe, true);
     SetFocus(ActiveRows());
 }

@@ -3,45 +3,10 @@
 
 const std::string NL = "\r\n";
 
-Integer NumFields = 0;
-Integer NumRows = 0;
-Integer CurrentField = 0;
-Integer ActiveList = 0;
-Integer LoadState = 0;
-Integer ListTop = 0;
-Integer DataChanged = False;
-Integer QuitSave = False;
-Integer AllowInstances = True;
-Integer GroupItemCount = 0;
-Integer GroupOccurrenceCount = 0;
-Integer GroupRecordLength = 0;
-Integer GroupLoadedOccurrence = 0;
-Integer LevelTableRows = 0;
-Integer DeepestLevel = 0;
-std::string TmpStr;
-std::uint64_t TemplateMark = 0;
-std::string TemplateName;
-std::string TemplateDir;
-std::string ResourceDir;
-std::string ReportFileName;
-std::string ReportFileDir;
-std::string ReportFilePattern;
-std::array<std::string, 6> FileFilter;
-std::string StartFile;
-std::string FileMark;
-std::string FileMarkDir;
-Table<std::string> FieldTitle;
-Table<std::array<Integer, InfoColumns>> FieldInfo;
-Table<Integer> FieldRow;
-Table<std::array<std::string, 2>> FieldExtra;
-Table<Integer> FieldGroup;
-Table<Integer> FieldSection;
-Table<Integer> FieldAbove;
-Table<Integer> RowField;
-Table<std::string> RowValue;
-Table<std::array<Integer, 2>> GroupSlot;
-Table<std::array<std::string, 2>> LevelTable;
-std::string GroupItems;
+TemplateState TheTemplate;
+EntriesState TheEntries;
+ScreenState TheScreen;
+FilesState TheFiles;
 
 bool IsGroupStart(Integer element) {
     return FieldInfo[element][TypeCode] == GroupMark && FieldInfo[element][KindItem] > 1;
@@ -59,9 +24,29 @@ bool HasValue(Integer element) {
     return IsList(element) || (FieldInfo[element][TypeCode] >= Memo && FieldInfo[element][TypeCode] <= ShortText);
 }
 
+bool HasRow(Integer element) { return HasValue(element) && FieldRow[element] > 0; }
+
+std::string &ValueOf(Integer element) { return RowValue[ToInteger(FieldRow[element] - 1)]; }
+
 Integer LevelOf(Integer element) {
     const int level = FieldInfo[element][LevelItem];
     return ToInteger(level < 0 ? -level : level);
 }
 
 Integer GroupEnd(Integer start) { return FieldGroup[start]; }
+
+const std::vector<Member> &Members(Integer head) {
+    static const std::vector<Member> none;
+    const auto found = TheTemplate.GroupMembers.find(head);
+    return found == TheTemplate.GroupMembers.end() ? none : found->second;
+}
+
+Integer LengthOf(Integer element) {
+    if (!IsGroupStart(element)) return FieldInfo[element][KindItem];
+    const std::vector<Member> &members = Members(element);
+    return members.empty() ? Integer{0} : ToInteger(members.back().First + members.back().Cells);
+}
+
+bool GroupIsOpen() { return ActiveList == GroupList; }
+
+bool HasRememberedName() { return !FileMark.empty() && FileMark != FirstLoad; }

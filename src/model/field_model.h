@@ -1,5 +1,6 @@
-// The field model: the elements of the loaded template, the rows of the field list and the values entered. Every room
-// reads and changes these variables by name; the template loader (template_file.cpp) sizes and fills them.
+// The field model: the elements of the loaded template, the rows of the field list and the values entered. What all
+// rooms share lies in four structs by its lifetime: a template's, the entries', the screen's, the files'. Each variable
+// is known by its own name; field_tables.cpp sizes and fills what belongs to a template.
 #pragma once
 
 #include "platform/runtime.h"
@@ -7,6 +8,8 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <unordered_map>
+#include <vector>
 
 // Columns of FieldInfo().
 enum InfoColumn : std::size_t {
@@ -41,84 +44,174 @@ enum SlotColumn : std::size_t {
     SlotFirstCell // first item in GroupItems() of the member on that row, from 1
 };
 
+// Columns of LevelTable().
+enum LevelColumn : std::size_t { TitleRead, TitlePassed };
+
 extern const std::string NL; // line break of messages and values
-
-// --- Counters and scalars
-// ---------------------------------------------------------------------------------------------
-
-extern Integer NumFields;                     // elements of the template: 1 ... NumFields
-extern Integer NumRows;                       // rows of the field list
-extern Integer CurrentField;                  // list index of the selected row
-extern Integer ActiveList;                    // 0 the field list; GroupList while a group is open, or being loaded
-extern Integer LoadState;                     // -2 before the first template is loaded, then 0
-extern Integer ListTop;                       // last selected index of the choice list; outside it: none
-extern Integer DataChanged;                   // true: entries were not saved
-extern Integer QuitSave;                      // true while Save runs for another command
-extern Integer AllowInstances;                // false where the template's header turns instances off
-extern Integer GroupItemCount;                // characters of one occurrence of the open group
-extern Integer GroupOccurrenceCount;          // occurrences of the open group
-extern Integer GroupRecordLength;             // bytes of one occurrence in its store; equal to GroupItemCount
-extern Integer GroupLoadedOccurrence;         // index of the occurrence in GroupItems()
-extern Integer LevelTableRows;                // upper bound of LevelTable()
-extern Integer DeepestLevel;                  // largest absolute level of the template
-extern std::string TmpStr;                    // result or argument that passes between procedures
-extern std::uint64_t TemplateMark;            // tells the template's elements from those of another one
-extern std::string TemplateName;              // file name of the template; empty: none
-extern std::string TemplateDir;               // its directory, ending in "/"
-extern std::string ResourceDir;               // where quintave.tbl and the work files lie, ending in "/"
-extern std::string ReportFileName;            // file chosen last; empty: none
-extern std::string ReportFileDir;             // its directory, ending in "/"
-extern std::string ReportFilePattern;         // "*.rpx" once a template was looked for
-extern std::array<std::string, 6> FileFilter; // filter pairs, and two flags
-extern std::string StartFile;                 // report named by the resource table; "-1" or empty: none
-extern std::string FileMark;                  // name Save writes to; "FirstLoad" before any, "" after a merge
-extern std::string FileMarkDir;               // its directory
 
 inline constexpr std::string_view FirstLoad = "FirstLoad";
 
-// --- Tables by element number (0 is never an element)
-// -------------------------------------------------------------------
+// A member's place in an occurrence of its group.
+struct Member {
+    Integer Element = 0;
+    std::size_t First = 0; // its first cell, from 0
+    std::size_t Cells = 0;
+};
 
-extern Table<std::string> FieldTitle;
-extern Table<std::array<Integer, InfoColumns>> FieldInfo;
-extern Table<Integer> FieldRow; // list index + 1 of its row; 0 inside a group, -1 without a row
-extern Table<std::array<std::string, 2>> FieldExtra;
-extern Table<Integer> FieldGroup; // of a group start the element that ends it, of a member its start; else 0
+// What comes with a template and goes with it.
+struct TemplateState {
+    Integer NumFields = 0;          // elements of the template: 1 ... NumFields
+    Integer NumRows = 0;            // rows of the field list
+    Integer AllowInstances = True;  // false where the template's header turns instances off
+    Integer LevelTableRows = 0;     // upper bound of LevelTable()
+    Integer DeepestLevel = 0;       // largest absolute level of the template
+    std::uint64_t TemplateMark = 0; // tells the template's elements from those of another one
+    std::string TemplateName;       // file name of the template; empty: none
+    std::string TemplateDir;        // its directory, ending in "/"
 
-extern Table<Integer> FieldSection; // the last section break before an element; 0 for none
-extern Table<Integer> FieldAbove;   // the last element before it that stands one level higher; 0 for none
+    // By element number; 0 is never an element.
+    Table<std::string> FieldTitle;
+    Table<std::array<Integer, InfoColumns>> Info; // FieldInfo() but for Choice, whose cells here mean nothing
+    Table<Integer> FieldRow;                      // list index + 1 of its row; 0 inside a group, -1 without a row
+    Table<std::array<std::string, 2>> FieldExtra;
+    Table<Integer> FieldGroup;   // of a group start the element that ends it, of a member its start; else 0
+    Table<Integer> FieldSection; // the last section break before an element; 0 for none
+    Table<Integer> FieldAbove;   // the last element before it that stands one level higher; 0 for none
 
-// --- Tables by row (list index)
-// -----------------------------------------------------------------------------------------
+    std::unordered_map<Integer, std::vector<Member>> GroupMembers; // by the element that starts the group
+    Table<std::array<std::string, 2>> LevelTable; // per level: title read from a report, title passed in the template
+};
 
-extern Table<Integer> RowField;     // element on the row
-extern Table<std::string> RowValue; // its value, instances joined by "|"
+// What the user entered but for the stores of groups, which are files. A snapshot of the entries is a copy of this.
+struct EntriesState {
+    Table<std::string> RowValue; // by row: its value, instances joined by "|"
+    Table<Integer> Chosen;       // by element: the column Choice of FieldInfo()
+    std::string GroupItems;      // the occurrence in hand; index 0 is a blank, items count from 1
+    Integer DataChanged = False; // true: entries were not saved
+    std::string FileMark;        // name Save writes to; "FirstLoad" before any, "" after a merge
+    std::string FileMarkDir;     // its directory
+};
 
-// --- Other tables
-// -------------------------------------------------------------------------------------------------------
+// What the screen shows of it.
+struct ScreenState {
+    Integer CurrentField = 0; // list index of the selected row; 777 while a report is being loaded
+    Integer ActiveList = 0;   // 0 the field list; GroupList while a group is open
+    Integer LoadState = 0;    // -2 before the first template; the row to go back to during a reset or a print
+    Integer ListTop = 0;      // last selected index of the choice list; outside it: none
+    Integer QuitSave = False; // true while Save runs for another command
+    Table<Integer> RowField;  // by row of the list in view: the element on it
+    Table<std::array<Integer, 2>> GroupSlot;
+    Integer GroupItemCount = 0;        // characters of one occurrence of the group opened last
+    Integer GroupOccurrenceCount = 0;  // its occurrences
+    Integer GroupRecordLength = 0;     // bytes of one occurrence in its store; equal to GroupItemCount
+    Integer GroupLoadedOccurrence = 0; // index of the occurrence in GroupItems()
+    std::string TmpStr;                // result or argument that passes between procedures
+};
 
-extern Table<std::array<Integer, 2>> GroupSlot;
-extern Table<std::array<std::string, 2>>
-    LevelTable;                // per level: title read from a report, title passed in the template
-extern std::string GroupItems; // the occurrence in hand; index 0 is a blank, items count from 1
+// Where the files lie.
+struct FilesState {
+    std::string ResourceDir;               // where quintave.tbl and the work files lie, ending in "/"
+    std::string ReportFileName;            // file chosen last; empty: none
+    std::string ReportFileDir;             // its directory, ending in "/"
+    std::string ReportFilePattern;         // "*.rpx" once a template was looked for
+    std::array<std::string, 6> FileFilter; // filter pairs, and two flags
+    std::string StartFile;                 // report named by the resource table; "-1" or empty: none
+};
 
-// The element opens a repeatable group. The element that closes it has the same code but a kind of 1 or less.
-bool IsGroupStart(Integer element);
+extern TemplateState TheTemplate;
+extern EntriesState TheEntries;
+extern ScreenState TheScreen;
+extern FilesState TheFiles;
 
-// The element is a section break.
-bool IsSection(Integer element);
+// Each by its own name.
+inline Integer &NumFields = TheTemplate.NumFields;
+inline Integer &NumRows = TheTemplate.NumRows;
+inline Integer &AllowInstances = TheTemplate.AllowInstances;
+inline Integer &LevelTableRows = TheTemplate.LevelTableRows;
+inline Integer &DeepestLevel = TheTemplate.DeepestLevel;
+inline std::uint64_t &TemplateMark = TheTemplate.TemplateMark;
+inline std::string &TemplateName = TheTemplate.TemplateName;
+inline std::string &TemplateDir = TheTemplate.TemplateDir;
+inline auto &FieldTitle = TheTemplate.FieldTitle;
+inline auto &FieldRow = TheTemplate.FieldRow;
+inline auto &FieldExtra = TheTemplate.FieldExtra;
+inline auto &FieldGroup = TheTemplate.FieldGroup;
+inline auto &FieldSection = TheTemplate.FieldSection;
+inline auto &FieldAbove = TheTemplate.FieldAbove;
+inline auto &LevelTable = TheTemplate.LevelTable;
 
-// The element closes a repeatable group.
-bool IsGroupEnd(Integer element);
+inline auto &RowValue = TheEntries.RowValue;
+inline std::string &GroupItems = TheEntries.GroupItems;
+inline Integer &DataChanged = TheEntries.DataChanged;
+inline std::string &FileMark = TheEntries.FileMark;
+inline std::string &FileMarkDir = TheEntries.FileMarkDir;
 
-// The element has a choice list.
-bool IsList(Integer element);
+inline Integer &CurrentField = TheScreen.CurrentField;
+inline Integer &ActiveList = TheScreen.ActiveList;
+inline Integer &LoadState = TheScreen.LoadState;
+inline Integer &ListTop = TheScreen.ListTop;
+inline Integer &QuitSave = TheScreen.QuitSave;
+inline auto &RowField = TheScreen.RowField;
+inline auto &GroupSlot = TheScreen.GroupSlot;
+inline Integer &GroupItemCount = TheScreen.GroupItemCount;
+inline Integer &GroupOccurrenceCount = TheScreen.GroupOccurrenceCount;
+inline Integer &GroupRecordLength = TheScreen.GroupRecordLength;
+inline Integer &GroupLoadedOccurrence = TheScreen.GroupLoadedOccurrence;
+inline std::string &TmpStr = TheScreen.TmpStr;
 
-// The element holds a value: TEXT, MEMO or LIST.
-bool HasValue(Integer element);
+inline std::string &ResourceDir = TheFiles.ResourceDir;
+inline std::string &ReportFileName = TheFiles.ReportFileName;
+inline std::string &ReportFileDir = TheFiles.ReportFileDir;
+inline std::string &ReportFilePattern = TheFiles.ReportFilePattern;
+inline auto &FileFilter = TheFiles.FileFilter;
+inline std::string &StartFile = TheFiles.StartFile;
 
-// The element's nesting level without its sign.
-Integer LevelOf(Integer element);
+// FieldInfo(), whose columns lie with the template but for what the user chose.
+struct FieldInfoRow {
+    Integer Element;
+    Integer &operator[](InfoColumn column) const {
+        return column == Choice ? TheEntries.Chosen[Element] : TheTemplate.Info[Element][column];
+    }
+};
 
-// The element that ends the group which another one starts.
-Integer GroupEnd(Integer start);
+struct FieldInfoTable {
+    FieldInfoRow operator[](Integer element) const { return {element}; }
+};
+
+inline constexpr FieldInfoTable FieldInfo;
+
+// All elements in template order: for (const Integer e : Elements()).
+struct Elements {
+    struct Iterator {
+        int At; // behind the last of 32,767 it is one more than an Integer can hold
+        Integer operator*() const { return static_cast<Integer>(At); }
+        void operator++() { ++At; }
+        bool operator==(const Iterator &) const = default;
+    };
+    static Iterator begin() { return {1}; }
+    static Iterator end() { return {NumFields + 1}; }
+};
+
+bool IsGroupStart(Integer element); // opens a repeatable group
+bool IsGroupEnd(Integer element);   // closes one: the same code, but a kind of 1 or less
+bool IsSection(Integer element);    // a section break
+bool IsList(Integer element);       // has a choice list
+bool HasValue(Integer element);     // a TEXT, MEMO or LIST
+bool HasRow(Integer element);       // the same, on a row of its own
+
+// The value of an element that has a row.
+std::string &ValueOf(Integer element);
+
+Integer LevelOf(Integer element); // its nesting level without its sign
+Integer GroupEnd(Integer start);  // the element that ends the group which another one starts
+Integer LengthOf(
+    Integer element); // longest value of a field in characters; of a group start the cells of an occurrence
+
+// The members of the group that an element starts, in template order.
+const std::vector<Member> &Members(Integer head);
+
+// A group is open: its list has taken the field list's place.
+bool GroupIsOpen();
+
+// Save writes without asking for a name, to FileMark.
+bool HasRememberedName();

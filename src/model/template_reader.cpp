@@ -93,55 +93,77 @@ void CountRows(ItemInput &input, TemplateContent &content) {
     input.At = start;
 }
 
+// The group that the records being read stand in.
+struct GroupBeingRead {
+    bool Open = false;
+    std::size_t Start = 0; // among the elements
+    Integer Members = 0;
+};
+
+// A member of the open group: counted, and its cells behind those before it.
+void CountMember(const TemplateElement &element, GroupBeingRead &group, TemplateContent &content) {
+    group.Members = ToInteger(group.Members + 1);
+    content.LargestGroup = std::max(content.LargestGroup, group.Members);
+    Integer &cells = content.Elements[group.Start].Cells;
+    if (element.Type != ElementType::Unknown) cells = ToInteger(cells + element.Kind);
+}
+
+// What the element's type means where it stands; a choice list follows its record.
+void Settle(TemplateElement &element, ItemInput &input, GroupBeingRead &group, TemplateContent &content) {
+    const bool isField = element.Kind > 1;
+    if (element.Type == ElementType::List) {
+        element.Choices = ReadChoices(input);
+        if (!isField) element.Type = ElementType::Unknown;
+    }
+    if (element.Type == ElementType::GroupStart) {
+        if (group.Open || !isField) {
+            element.Type = ElementType::Unknown;
+            if (group.Open) element.Kind = 0;
+        } else {
+            group = {true, content.Elements.size(), 0};
+        }
+    } else if (element.Type == ElementType::GroupEnd) {
+        if (!group.Open || isField)
+            element.Type = ElementType::Unknown;
+        else
+            group.Open = false;
+    } else if (group.Open && isField) {
+        CountMember(element, group, content);
+    }
+}
+
 // Second pass: the elements as they are.
 void ReadElements(ItemInput &input, TemplateContent &content) {
-    bool inGroup = false;
-    Integer members = 0;
+    GroupBeingRead group;
     int deepest = 0;
     Integer rows = 0;
-    long groupLength = 0;
     while (!AtEnd(input)) {
         Record record = ReadRecord(input);
-        TemplateElement element{record.Level, record.Kind,  TypeOf(record.Type), inGroup,
-                                record.Title, record.Extra, record.File,         {}};
+        TemplateElement element{record.Level, record.Kind,  TypeOf(record.Type), group.Open,
+                                record.Title, record.Extra, record.File};
         // A double quote cannot be written into a report's title.
         std::replace(element.Title.begin(), element.Title.end(), '"', '\'');
         ToInteger(content.Elements.size() + 1);
         deepest = std::max(deepest, std::abs(static_cast<int>(record.Level)));
-        const bool isField = record.Kind > 1;
-        if (element.Type == ElementType::List) {
-            element.Choices = ReadChoices(input);
-            if (!isField) element.Type = ElementType::Unknown;
-        }
-        if (element.Type == ElementType::GroupStart) {
-            if (inGroup || !isField) {
-                element.Type = ElementType::Unknown;
-                element.Kind = inGroup ? Integer{0} : record.Kind;
-            } else {
-                inGroup = true;
-                members = 0;
-                groupLength = 0;
-            }
-        } else if (element.Type == ElementType::GroupEnd) {
-            if (!inGroup || isField)
-                element.Type = ElementType::Unknown;
-            else
-                inGroup = false;
-        } else if (inGroup && isField) {
-            members = ToInteger(members + 1);
-            content.LargestGroup = std::max(content.LargestGroup, members);
-            if (element.Type != ElementType::Unknown) ToInteger(groupLength += record.Kind);
-        }
-        if (!element.InGroup && (isField || record.Kind == SectionKind)) rows = ToInteger(rows + 1);
+        Settle(element, input, group, content);
+        if (!element.InGroup && (record.Kind > 1 || record.Kind == SectionKind)) rows = ToInteger(rows + 1);
         content.Elements.push_back(std::move(element));
     }
-    if (inGroup) throw RuntimeError{InputPastEnd};
+    if (group.Open) throw RuntimeError{InputPastEnd};
     // The level table has two rows more than the deepest level.
     content.DeepestLevel = static_cast<Integer>(ToInteger(deepest + 2) - 2);
     content.Rows = std::max({content.Rows, rows, content.LargestGroup});
 }
 
 } // namespace
+
+std::string UnreadableText(Integer error) {
+    return "Error: " + ErrorText(error) + NL +
+           "Error reading this Fields Template File! (file damaged? choice list or group not ended? file locked? "
+           "wrong privileges?). Correct the problem and try again, or pick another Fields Template File.";
+}
+
+bool TurnsInstancesOff(std::string_view suffix) { return suffix.starts_with('-'); }
 
 bool ReadTemplateHeader(const std::string &path, std::string &suffix) {
     ItemInput input = OpenItems(path);
@@ -162,8 +184,7 @@ bool ReadTemplateHeader(ItemInput &input, std::string &suffix) {
     }
 }
 
-TemplateContent ReadTemplate(const std::string &path) {
-    ItemInput input = OpenItems(path);
+TemplateContent ReadTemplate(ItemInput input) {
     SkipHeader(input);
     TemplateContent content;
     CountRows(input, content);

@@ -21,7 +21,8 @@ struct TemplateElement {
     std::string Title;
     std::string Extra;
     std::string File;
-    std::vector<std::string> Choices;
+    std::vector<std::string> Choices{};
+    Integer Cells = 0; // of a group start: those of one occurrence
 };
 
 struct TemplateContent {
@@ -39,6 +40,11 @@ inline constexpr std::string_view VersionIdentifier = "QuintaveV2"; // begins th
 // help texts and choices do not count.
 std::uint64_t MarkOf(const TemplateContent &content);
 
+// What the user is told of a file that is no template, and of one that cannot be read.
+inline constexpr std::string_view WrongHeaderText =
+    "This is not a valid Fields Template File!\n\r\n\rPlease Try Again.";
+std::string UnreadableText(Integer error);
+
 // The suffix behind the version identifier in a template's header. False where the header is none. May throw the error
 // of a file that cannot be read.
 bool ReadTemplateHeader(const std::string &path, std::string &suffix);
@@ -46,6 +52,9 @@ bool ReadTemplateHeader(const std::string &path, std::string &suffix);
 // The same at the start of an input, which stands behind the header afterwards.
 bool ReadTemplateHeader(ItemInput &input, std::string &suffix);
 
+// A template's header has this suffix: instances are turned off, its level is not shown.
+bool TurnsInstancesOff(std::string_view suffix);
+
 // The elements of a template with a good header. Error 62 where a record, a choice list or a group is not ended; error
 // 6 for a number or a count past 16 bits.
-TemplateContent ReadTemplate(const std::string &path);
+TemplateContent ReadTemplate(ItemInput input);

@@ -2,11 +2,11 @@
 #include "model/work_files.h"
 
 #include "model/field_model.h"
-#include "platform/dialogs.h"
 #include "platform/files.h"
 #include "platform/items.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <utility>
 #include <vector>
@@ -27,39 +27,30 @@ std::string LowByteFirst(Integer number) {
 std::map<std::string, std::string> Held;
 bool Holds = false;
 
-void WriteBlankStore(const std::string &path, Integer itemCount) {
-    OutputFile file(path, OutputFile::Access::Own);
-    file.Write(BlankStore(itemCount));
-    file.Close(false);
+std::string ChoiceLines(const std::vector<std::string> &choices) {
+    std::string lines;
+    for (const auto &choice : choices) lines += Quoted(choice) + NL;
+    return lines;
 }
 
-void WriteChoices(const std::string &path, const std::vector<std::string> &choices) {
-    OutputFile file(path, OutputFile::Access::Own);
-    for (const auto &choice : choices) file.Write(Quoted(choice) + NL);
-    file.Close(false);
+// Hands out the name and the bytes of each file that a template needs.
+void EachWorkFile(const TemplateContent &content, const std::function<void(std::string, std::string)> &put) {
+    Integer element = 0;
+    for (const TemplateElement &e : content.Elements) {
+        ++element;
+        if (e.Type == ElementType::List) put(ChoiceFileName(element), ChoiceLines(e.Choices));
+        if (e.Type == ElementType::GroupStart) put(GroupFileName(element), BlankStore(e.Cells));
+    }
 }
 
 // Writes the files of a template under their temporary names and returns their final ones.
 void StageWorkFiles(const TemplateContent &content, std::vector<std::string> &names) {
-    Integer element = 0;
-    Integer groupStart = 0;
-    Integer groupLength = 0;
-    for (const TemplateElement &e : content.Elements) {
-        ++element;
-        if (e.Type == ElementType::List) {
-            names.push_back(ChoiceFileName(element));
-            WriteChoices(ResourceDir + StagedName(names.back()), e.Choices);
-        }
-        if (e.Type == ElementType::GroupStart) {
-            groupStart = element;
-            groupLength = 0;
-        } else if (e.Type == ElementType::GroupEnd) {
-            names.push_back(GroupFileName(groupStart));
-            WriteBlankStore(ResourceDir + StagedName(names.back()), groupLength);
-        } else if (e.InGroup && e.Kind > 1 && e.Type != ElementType::Unknown) {
-            groupLength = ToInteger(groupLength + e.Kind);
-        }
-    }
+    EachWorkFile(content, [&](std::string name, const std::string &bytes) {
+        names.push_back(std::move(name));
+        OutputFile file(ResourceDir + StagedName(names.back()), OutputFile::Access::Own);
+        file.Write(bytes);
+        file.Close(false);
+    });
 }
 
 // A directory is not deleted with the old work files, and no file can take its name.
@@ -95,22 +86,27 @@ std::string GroupFileName(Integer element) { return NumberedName("GRP", element)
 std::string ReadWorkFile(const std::string &name) {
     if (!Holds) return ReadFile(ResourceDir + name);
     const auto held = Held.find(name);
-    return held != Held.end() ? held->second : Held.emplace(name, ReadFile(ResourceDir + name)).first->second;
+    if (held == Held.end()) throw RuntimeError{FileNotFound};
+    return held->second;
 }
 
 void HoldWorkFiles() { Holds = true; }
 
 bool WorkFilesAreHeld() { return Holds; }
 
-void HoldWorkFile(const std::string &name, std::string bytes) { Held[name] = std::move(bytes); }
+void HoldWorkFile(std::string name, std::string bytes) { Held[std::move(name)] = std::move(bytes); }
 
 void DeleteWorkFiles() {
-    Held.clear();
     DeleteMatching(ResourceDir, "*.XXX");
     DeleteMatching(ResourceDir, "*.$$$");
 }
 
 void ReplaceWorkFiles(const TemplateContent &content) {
+    if (Holds) {
+        Held.clear();
+        EachWorkFile(content, HoldWorkFile);
+        return;
+    }
     DeleteMatching(ResourceDir, "*.$$$");
     std::vector<std::string> names;
     Renames done;
@@ -124,7 +120,6 @@ void ReplaceWorkFiles(const TemplateContent &content) {
         DeleteMatching(ResourceDir, "*.$$$");
         throw;
     }
-    Held.clear();
     DeleteMatching(ResourceDir, "*.$$$");
 }
 
@@ -138,9 +133,8 @@ std::string BlankStore(Integer itemCount) {
     return GroupStoreHeader(itemCount, 1) + std::string(static_cast<std::size_t>(itemCount), ' ');
 }
 
-void TellWorkFileError(Integer number) {
-    MsgBox("Error: " + ErrorText(number) + NL +
-               "Error using a work file in the resource directory! (read only file or drive? full drive? file locked? "
-               "wrong privileges?). Correct the problem and try again.",
-           CriticalIcon, "Quintave");
+std::string WorkFileErrorText(Integer error) {
+    return "Error: " + ErrorText(error) + NL +
+           "Error using a work file in the resource directory! (read only file or drive? full drive? file locked? "
+           "wrong privileges?). Correct the problem and try again.";
 }

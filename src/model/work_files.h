@@ -13,14 +13,13 @@ std::string GroupFileName(Integer element);
 // The bytes of a work file, by its name. The errors of ReadFile.
 std::string ReadWorkFile(const std::string &name);
 
-// From now on a work file is read once, and a group store is changed in memory alone: for a program that nobody else's
-// work files can concern and that opens no group. Reports are loaded many times as fast.
+// From now on work files are in memory alone: for a program that nobody else's can concern and that opens no group.
 void HoldWorkFiles();
 
 bool WorkFilesAreHeld();
 
 // Where they are: the new bytes of one.
-void HoldWorkFile(const std::string &name, std::string bytes);
+void HoldWorkFile(std::string name, std::string bytes);
 
 // Deletes all *.XXX and then all *.$$$ of the resource directory.
 void DeleteWorkFiles();
@@ -38,5 +37,5 @@ std::string GroupStoreHeader(Integer itemCount, Integer occurrenceCount);
 // A store of one blank occurrence.
 std::string BlankStore(Integer itemCount);
 
-// Tells the user that a work file could not be used.
-void TellWorkFileError(Integer number);
+// What the user is told of a work file that could not be used.
+std::string WorkFileErrorText(Integer error);

@@ -87,36 +87,27 @@ bool IsInterrupting() { return Depth > 1; }
 
 void RunEvent(Control &control, Event event) { FireIndexed(control, event); }
 
-void SetCaption(Control &control, std::string_view caption) {
-    if (control.Caption == caption) return;
-    control.Caption = caption;
-    Note(control, TextAspect);
+namespace {
+
+template <class Value, class New> void Change(Control &control, Value &value, const New &wanted, unsigned aspect) {
+    if (value == wanted) return;
+    value = wanted;
+    Note(control, aspect);
 }
 
-void SetVisible(Control &control, bool visible) {
-    if (control.Visible == visible) return;
-    if (!visible && FocusedControl != nullptr && StandsIn(*FocusedControl, control)) LoseFocus();
-    control.Visible = visible;
-    Note(control, ShownAspect);
+// The focus leaves what is put out of use.
+void Use(Control &control, bool &use, bool wanted) {
+    if (use && !wanted && FocusedControl != nullptr && StandsIn(*FocusedControl, control)) LoseFocus();
+    Change(control, use, wanted, ShownAspect);
 }
 
-void SetEnabled(Control &control, bool enabled) {
-    if (control.Enabled == enabled) return;
-    if (!enabled && FocusedControl != nullptr && StandsIn(*FocusedControl, control)) LoseFocus();
-    control.Enabled = enabled;
-    Note(control, ShownAspect);
-}
+} // namespace
 
-void SetTabStop(Control &control, bool tabStop) {
-    control.TabStop = tabStop;
-    Note(control, ShownAspect);
-}
-
-void SetBackColor(Control &control, Colour colour) {
-    if (control.BackColor == colour) return;
-    control.BackColor = colour;
-    Note(control, ColourAspect);
-}
+void SetCaption(Control &control, std::string_view caption) { Change(control, control.Caption, caption, TextAspect); }
+void SetVisible(Control &control, bool visible) { Use(control, control.Visible, visible); }
+void SetEnabled(Control &control, bool enabled) { Use(control, control.Enabled, enabled); }
+void SetTabStop(Control &control, bool tabStop) { Change(control, control.TabStop, tabStop, ShownAspect); }
+void SetBackColor(Control &control, Colour colour) { Change(control, control.BackColor, colour, ColourAspect); }
 
 void SetPlace(Control &control, long left, long width) {
     control.Left = left;
@@ -193,6 +184,10 @@ void SetValue(Control &bar, Integer value) {
     bar.Value = clamped;
     Note(bar, RangeAspect);
     FireIndexed(bar, Event::Change);
+}
+
+std::string SelectedRow(const Control &list) {
+    return list.ListIndex < 0 ? "" : list.Rows[static_cast<std::size_t>(list.ListIndex)];
 }
 
 Control *Focused() { return FocusedControl; }

@@ -127,8 +127,7 @@ void RunAsEvent(const std::function<void()> &procedure);
 // The handler at work began in the middle of another one, which waits for a dialogue or lets the window live.
 bool IsInterrupting();
 
-// --- Changes by the program
-// -------------------------------------------------------------------------------------------
+// Changes by the program.
 
 void SetCaption(Control &control, std::string_view caption);
 void SetVisible(Control &control, bool visible); // hiding the control with the focus runs its LostFocus
@@ -157,6 +156,9 @@ void ShowListIndex(Control &list, Integer row);
 void SetMax(Control &bar, Integer max);
 void SetValue(Control &bar, Integer value);
 
+// The text of a list's selected row; "" without one.
+std::string SelectedRow(const Control &list);
+
 // The control with the focus, or none.
 Control *Focused();
 
@@ -167,8 +169,7 @@ void SetFocus(Control &control);
 // The control and all that it stands in are visible and enabled.
 bool IsUsable(const Control &control);
 
-// --- Acts of the user, reported by the front
-// --------------------------------------------------------------------------
+// Acts of the user, reported by the front.
 
 void UserEnters(Control &control); // the focus came by Tab or by a mouse click
 void UserSelects(Control &list, Integer row);
@@ -195,8 +196,7 @@ void UserEdits(Control &box, std::string_view text, long caret);
 std::string PastedText(const Control &box, std::string_view utf8, bool &foreign);
 void UserPastedForeign(Control &box);
 
-// --- For a front
-// ------------------------------------------------------------------------------------------------------
+// For a front.
 
 // The controls that changed since the last call; the aspects stand in each control and are the front's to clear.
 std::vector<Control *> TakeChanges();

@@ -3,12 +3,14 @@
 #pragma once
 
 #include <array>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <new>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 // Every counter, index and flag of the program is 16 bits wide; ToInteger stands at each place where one could
@@ -70,18 +72,10 @@ template <class Act> Integer FaultOf(Act act) {
 }
 
 // The number as an Integer; error 6 outside -32768 ... 32767.
-constexpr Integer ToInteger(long long number) {
-    if (number < INT16_MIN || number > INT16_MAX) throw RuntimeError{Overflow};
+template <std::integral Number> constexpr Integer ToInteger(Number number) {
+    if (!std::in_range<Integer>(number)) throw RuntimeError{Overflow};
     return static_cast<Integer>(number);
 }
-
-constexpr Integer ToInteger(std::size_t number) {
-    if (number > INT16_MAX) throw RuntimeError{Overflow};
-    return static_cast<Integer>(number);
-}
-
-constexpr Integer ToInteger(int number) { return ToInteger(static_cast<long long>(number)); }
-constexpr Integer ToInteger(long number) { return ToInteger(static_cast<long long>(number)); }
 
 // Without the blanks (code 32) at both ends, at the right end.
 std::string Trim(std::string_view text);

@@ -1,17 +1,20 @@
 // The print command and its panel (print_panel.h). What is printed: report_layout.cpp.
 #include "print/print_panel.h"
 
+#include "form/main_window.h"
 #include "groups/open_group.h"
-#include "main/main_window.h"
 #include "model/field_model.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
+#include "platform/front.h"
+#include "platform/items.h"
 #include "print/printer_pages.h"
+#include "print/report_layout.h"
 #include "print/text_lines.h"
-#include "report/save_command.h"
+#include "report/load_command.h"
 #include "report/temporary_report.h"
-#include "report/writer.h"
 #include "screen/selected_field.h"
+#include "screen/selection.h"
 #include "screen/value_entry.h"
 
 #include <algorithm>
@@ -29,19 +32,50 @@ Integer PrintSource = CancelAnswer;
 std::string PrintFileName;
 std::string PrintFileDir;
 
-struct IndentStep {
-    std::string_view Now;
-    std::string_view Next;
-    bool TakesDataIndent;
+// The captions of PrintFrameIndent in their order, each with what it means; behind the last comes the first.
+struct IndentCaption {
+    std::string_view Caption;
+    Indents Means;
+    bool TakesDataIndent; // PrintIndent counts
 };
 
-// The last step stands for any other caption.
-constexpr std::array<IndentStep, 4> IndentSteps{{
-    {NoIndent, TitlesIndented, true},
-    {TitlesIndented, DataIndented, false},
-    {DataIndented, RawIndents, false},
-    {RawIndents, NoIndent, true},
+constexpr std::array<IndentCaption, 4> IndentCaptions{{
+    {NoIndent, Indents::None, true},
+    {"Section/Field Nested Indents", Indents::Titles, true},
+    {"Section/Field && Data Nested Indents", Indents::TitlesAndData, false}, // shows one "&"
+    {"Raw Sect/Field/Data Nested Indents", Indents::Raw, false},
 }};
+
+constexpr int StarsPerRow = 25;
+
+// The caption of printLabel that the stars follow.
+std::string ProgressCaption;
+
+void ShowProgress(int record) {
+    const bool begins = record % StarsPerRow == 0 || record == 1;
+    const std::string shown = begins ? ProgressCaption : Quintave.printLabel.Caption;
+    SetCaption(Quintave.printLabel, record == 1 ? shown : shown + "*");
+    if (record > 1) RepaintNow(Quintave.printLabel);
+}
+
+// The last caption stands for any other.
+const IndentCaption *PresentIndent() {
+    return std::find_if(IndentCaptions.begin(), IndentCaptions.end() - 1,
+                        [](const IndentCaption &c) { return c.Caption == Quintave.PrintFrameIndent.Caption; });
+}
+
+PrintOptions ReadPrintOptions() {
+    PrintOptions options;
+    options.Indent = PresentIndent()->Means;
+    options.DataIndent = NumericValue(Quintave.PrintIndent.Text);
+    const std::string separator = SelectedRow(Quintave.Combo2);
+    if (separator.size() >= 2) options.Separator = separator.substr(1, separator.size() - 2);
+    options.Below = Quintave.PrintFrameToggler.Caption == LineBelowTitle;
+    options.Label = ReportLabel(ReportFileName);
+    options.Heading = ReportHeading(TemplateName, options.Label);
+    options.Progress = ShowProgress;
+    return options;
+}
 
 void RestoreReportNames() {
     ReportFileName = PrintFileName;
@@ -69,7 +103,7 @@ void LeavePanel() {
     EnablePrintButtons(true);
     SetVisible(Quintave.PrintFrame, false);
     SetVisible(Quintave.editframe, true);
-    ShowSelectedField(Restart, False);
+    ShowSelectedField(Restart);
     SetFocus(ActiveRows());
 }
 
@@ -82,30 +116,26 @@ bool PrepareScreen() {
     return true;
 }
 
-// A saved report that the user picks; false for none, or after the message.
-bool PickReport() {
-    Quintave.cmDialog = {.Title = "Pick a Quintave report (*.RPX) file to print...",
-                         .InitDir = ReportFileDir,
-                         .Filter = "Quintave Files(*.rpx)|*.rpx|All files(*.*)|*.*",
-                         .FileName = "",
-                         .Flags = 0};
-    const std::string path = PickFile(Quintave.cmDialog, ShowOpen);
-    if (path.empty()) return false;
-    std::string directory;
-    std::string name;
-    SplitPath(path, directory, name);
-    if (!IsReportName(name)) {
-        MsgBox("You must select a `.RPX' file!\n\r\n\rPlease Try again.", OkOnly, "Quintave");
+bool PickSource() {
+    if (!PickReport("Pick a Quintave report (*.RPX) file to print...",
+                    "You must select a `.RPX' file!\n\r\n\rPlease Try again.", ReportFileDir, ReportFileName)) {
+        RestoreReportNames();
         return false;
     }
-    ReportFileDir = WithSeparator(directory);
-    ReportFileName = name;
+    ReportFileDir = WithSeparator(ReportFileDir);
     return true;
 }
 
+void WriteTextFile(ItemInput &input, const std::string &path) {
+    OutputFile output(path, OutputFile::Access::User);
+    const Integer fault = FaultOf([&] { WriteTextPrint(input, output, ReadPrintOptions()); });
+    // What could be read stays in the file; a fault of the file itself is the one to tell.
+    const Integer endFault = FaultOf([&] { output.Close(fault == 0); });
+    if (fault != 0 || endFault != 0) throw RuntimeError{endFault != 0 ? endFault : fault};
+}
+
 void PrintCopies() {
-    const Control &copies = Quintave.Combo1;
-    const auto count = copies.ListIndex < 0 ? 0 : NumericValue(copies.Rows[static_cast<std::size_t>(copies.ListIndex)]);
+    const std::int32_t count = NumericValue(SelectedRow(Quintave.Combo1));
     for (std::int32_t copy = 1; copy <= count; ++copy) PrintReportToPrinter(static_cast<Integer>(copy));
 }
 
@@ -152,7 +182,7 @@ void CommandPrint_Click() {
     PrintSource = MsgBox("YES: Print active screen display." + NL + NL +
                              "NO: Print an existing (previously saved) Quintave report file.",
                          YesNoCancel + QuestionIcon + SecondIsDefault, "PRINT CURRENT SCREEN FIELDS?");
-    const bool ready = PrintSource == YesAnswer ? PrepareScreen() : PrintSource == NoAnswer && PickReport();
+    const bool ready = PrintSource == YesAnswer ? PrepareScreen() : PrintSource == NoAnswer && PickSource();
     CurrentField = LoadState;
     if (ready)
         ShowPanel();
@@ -160,12 +190,27 @@ void CommandPrint_Click() {
         SetFocus(ActiveRows());
 }
 
+void PrintReportToPrinter(Integer copy) {
+    ItemInput input = OpenItems(ReportFileDir + ReportFileName);
+    const BusyPointer busy;
+    ProgressCaption = "   Printing Copy " + std::to_string(copy);
+    PrintPages(input, ReadPrintOptions());
+}
+
+void PrintReportToFile(const std::string &source) {
+    const std::string path = ReportFileDir + ReportFileName;
+    if (IsSameFile(source, path)) throw RuntimeError{FileAlreadyOpen};
+    ItemInput input = OpenItems(source);
+    const BusyPointer busy;
+    ProgressCaption = "   Printing To File ";
+    WriteTextFile(input, path);
+}
+
 void PrintFrameIndent_Click() {
-    const auto *const step = std::find_if(IndentSteps.begin(), IndentSteps.end() - 1, [](const IndentStep &s) {
-        return s.Now == Quintave.PrintFrameIndent.Caption;
-    });
-    SetCaption(Quintave.PrintFrameIndent, step->Next);
-    SetEnabled(Quintave.PrintIndent, step->TakesDataIndent);
+    const auto *const now = PresentIndent();
+    const auto *const next = now + 1 == IndentCaptions.end() ? IndentCaptions.begin() : now + 1;
+    SetCaption(Quintave.PrintFrameIndent, next->Caption);
+    SetEnabled(Quintave.PrintIndent, next->TakesDataIndent);
 }
 
 void PrintFrameToggler_Click() {

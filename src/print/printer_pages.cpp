@@ -1,8 +1,7 @@
 // Pages with their headers and margins (printer_pages.h).
 #include "print/printer_pages.h"
 
-#include "model/field_model.h"
-#include "platform/front.h"
+#include "platform/items.h"
 #include "platform/printer.h"
 #include "print/report_layout.h"
 #include "report/records.h"
@@ -21,11 +20,14 @@ double LeftMargin = 0;
 double TopMargin = 0;
 double BottomLimit = 0;
 
+// The first line of each page, but for its number.
+std::string Heading;
+
 void PrintPageHeader() {
     SetPrinterFont(true, TextPoints);
     SetPrinterLine(TopMargin);
     SetPrinterColumn(LeftMargin);
-    PrintText(ReportHeading() + "      Page " + std::to_string(PrinterPage()));
+    PrintText(Heading + "      Page " + std::to_string(PrinterPage()));
     EndPrinterLine();
     SetPrinterFont(false, TextPoints);
     EndPrinterLine();
@@ -74,21 +76,24 @@ void PrintLine(std::string_view text, Integer style) {
     if (style == HeadingStyle) EndPrinterLine();
 }
 
-PrintSink OpenPages() {
-    OpenPrinter(ReportLabel());
+PrintSink OpenPages(const PrintOptions &options) {
+    OpenPrinter(options.Label);
     LeftMargin = PrinterWidth() / InchesAcross;
     TopMargin = PrinterHeight() / InchesDown;
     BottomLimit = PrinterHeight() - 2 * TopMargin;
+    Heading = options.Heading;
     PrintPageHeader();
     return {LeftMargin, PrinterWidth() - LeftMargin, BeginRecord, PrintBoldTitle, EndPrinterLine, PrintPiece,
             PrintLine};
 }
 
-void PrintPages(ItemInput &input, Integer copy) {
-    const PrintSink sink = OpenPages();
+} // namespace
+
+void PrintPages(ItemInput &input, const PrintOptions &options) {
+    const PrintSink sink = OpenPages(options);
     const Integer fault = FaultOf([&] {
         if (ReadReportHeader(input)) {
-            PlaceReport(input, ReadPrintOptions(), sink, "   Printing Copy " + std::to_string(copy));
+            PlaceReport(input, options, sink);
         } else {
             PrintText(HeaderFailure);
             EndPrinterLine();
@@ -96,12 +101,4 @@ void PrintPages(ItemInput &input, Integer copy) {
     });
     if (fault != PrinterError) ClosePrinter(); // what could be read is printed
     if (fault != 0) throw RuntimeError{fault};
-}
-
-} // namespace
-
-void PrintReportToPrinter(Integer copy) {
-    ItemInput input = OpenItems(ReportFileDir + ReportFileName);
-    const BusyPointer busy;
-    PrintPages(input, copy);
 }

@@ -1,8 +1,9 @@
 // A report on the pages of the default printer.
 #pragma once
 
-#include "platform/runtime.h"
+struct ItemInput;
+struct PrintOptions; // print/report_layout.h
 
-// Prints ReportFileDir & ReportFileName as copy number `copy`, a job of its own. Error 482 from the printer; 53, 13, 62
-// from the report, what was read of it having been printed.
-void PrintReportToPrinter(Integer copy);
+// Prints one copy, a job of its own. Error 482 from the printer; 13, 62 from the report, what was read of it having
+// been printed.
+void PrintPages(ItemInput &input, const PrintOptions &options);

@@ -1,12 +1,8 @@
 // The layout of a report (report_layout.h).
 #include "print/report_layout.h"
 
-#include "main/main_window.h"
-#include "model/field_model.h"
 #include "platform/clock.h"
 #include "platform/codepage.h"
-#include "platform/front.h"
-#include "print/print_panel.h"
 #include "report/records.h"
 
 #include <algorithm>
@@ -17,7 +13,6 @@ constexpr Integer CentredMarker = -3;
 constexpr Integer SubtitleMarker = -2;
 constexpr int IndentPerLevel = 4;
 constexpr double WidthFallback = 80; // added where a title leaves no room, so that some of the value stands on its line
-constexpr int StarsPerRow = 25;
 
 // A copy being laid out.
 struct Layout {
@@ -30,7 +25,14 @@ std::string Blanks(int levels) {
     return std::string(static_cast<std::size_t>(std::max(levels, 0) * IndentPerLevel), ' ');
 }
 
-std::string Indent(Integer level) { return Blanks(level - 1); }
+// Of a title.
+std::string Indent(const Layout &layout, Integer level) {
+    return layout.Options.Indent == Indents::None ? "" : Blanks(level - 1);
+}
+
+bool DataGoByLevel(const PrintOptions &options) {
+    return options.Indent == Indents::TitlesAndData || options.Indent == Indents::Raw;
+}
 
 // A title stands on one line, also one that holds line breaks.
 void MakeOneLine(std::string &title) {
@@ -48,7 +50,7 @@ void PlaceValue(const Layout &layout, const ReportRecord &record, double titleEn
     const double width = sink.RightLimit - layout.DataStart;
     double firstColumn = layout.DataStart;
     double firstWidth = width;
-    if (Quintave.PrintFrameToggler.Caption == LineBelowTitle) {
+    if (layout.Options.Below) {
         sink.EndLine();
     } else if (titleEnd > layout.DataStart) {
         firstColumn = titleEnd;
@@ -65,28 +67,27 @@ void PlaceValue(const Layout &layout, const ReportRecord &record, double titleEn
 
 void PlaceTitleAndValue(Layout &layout, const ReportRecord &record) {
     const PrintOptions &options = layout.Options;
-    const std::string indent = options.Mode == 0 ? "" : Indent(record.Level);
-    const double titleEnd = layout.Sink.PrintTitle(indent + record.Title + options.Separator, layout.Sink.Left);
-    if (options.Mode == 2) layout.DataStart = layout.Sink.Left + record.Level * IndentPerLevel;
-    if (options.Raw && record.Count == OccurrenceMarker)
+    const std::string title = Indent(layout, record.Level) + record.Title + options.Separator;
+    const double titleEnd = layout.Sink.PrintTitle(title, layout.Sink.Left);
+    if (DataGoByLevel(options)) layout.DataStart = layout.Sink.Left + record.Level * IndentPerLevel;
+    if (options.Indent == Indents::Raw && record.Count == OccurrenceMarker)
         layout.Sink.EndLine();
     else
         PlaceValue(layout, record, titleEnd);
 }
 
 void PlaceRecord(Layout &layout, const ReportRecord &record) {
-    const PrintOptions &options = layout.Options;
-    const std::string indent = options.Mode == 0 ? "" : Indent(record.Level);
+    const Indents mode = layout.Options.Indent;
+    const std::string indent = Indent(layout, record.Level);
+    const int baseLevel = mode == Indents::None ? 2 : 1; // of a subtitle that stands at the margin
     switch (record.Count) {
     case GroupEndMarker:
-        if (!options.Raw) PrintTitleLine(layout, indent + "*** " + record.Title + "***");
+        if (mode != Indents::Raw) PrintTitleLine(layout, indent + "*** " + record.Title + "***");
         return;
     case CentredMarker: layout.Sink.PrintCentred(record.Title, PlainStyle); return;
-    case SubtitleMarker:
-        PrintTitleLine(layout, Blanks(std::max(record.Level, options.BaseLevel) - options.BaseLevel) + record.Title);
-        return;
+    case SubtitleMarker: PrintTitleLine(layout, Blanks(record.Level - baseLevel) + record.Title); return;
     case HeadingMarker:
-        if (options.Mode == 0)
+        if (mode == Indents::None)
             layout.Sink.PrintCentred(record.Title, HeadingStyle);
         else
             PrintTitleLine(layout, indent + record.Title);
@@ -95,36 +96,25 @@ void PlaceRecord(Layout &layout, const ReportRecord &record) {
     }
 }
 
-void ShowProgress(int counter, const std::string &progress) {
-    const std::string shown = counter % StarsPerRow == 0 ? progress : Quintave.printLabel.Caption;
-    SetCaption(Quintave.printLabel, shown + "*");
-    RepaintNow(Quintave.printLabel);
-}
-
 } // namespace
 
-PrintOptions ReadPrintOptions() {
-    PrintOptions options;
-    const std::string &mode = Quintave.PrintFrameIndent.Caption;
-    if (mode != NoIndent) {
-        options.Mode = mode == TitlesIndented ? Integer{1} : Integer{2};
-        options.BaseLevel = 1;
-        options.Raw = mode == RawIndents;
-    }
-    options.DataIndent = NumericValue(Quintave.PrintIndent.Text);
-    const Control &separators = Quintave.Combo2;
-    const std::string shown =
-        separators.ListIndex < 0 ? "" : separators.Rows[static_cast<std::size_t>(separators.ListIndex)];
-    if (shown.size() >= 2) options.Separator = shown.substr(1, shown.size() - 2);
-    return options;
+std::string ReportLabel(const std::string &fileName) {
+    return fileName.ends_with("$$$") ? "ON-SCREEN INFORMATION" : UpperCase(NameText(fileName));
 }
 
-void PlaceReport(ItemInput &input, const PrintOptions &options, const PrintSink &sink, const std::string &progress) {
+std::string ReportHeading(const std::string &templateName, const std::string &label) {
+    return PrintDate() + " [" + NameText(templateName) + "]; Quintave Report for " + label;
+}
+
+void PlaceReport(ItemInput &input, const PrintOptions &options, const PrintSink &sink) {
     Layout layout{options, sink, sink.Left + options.DataIndent};
-    SetCaption(Quintave.printLabel, progress);
+    const auto progress = [&](int number) {
+        if (options.Progress != nullptr) options.Progress(number);
+    };
+    progress(1);
     ReportRecord record;
-    for (int counter = 2; !AtEnd(input); ++counter) {
-        ShowProgress(counter, progress);
+    for (int number = 2; !AtEnd(input); ++number) {
+        progress(number);
         ReadReportRecord(input, record);
         MakeOneLine(record.Title);
         sink.BeginRecord();
@@ -158,12 +148,4 @@ void WrapValue(std::string_view value, double firstColumn, double firstWidth, do
         lineWidth = width;
     }
     sink.PrintPiece(value.substr(std::min(lineStart, value.size())), lineColumn, true, title);
-}
-
-std::string ReportLabel() {
-    return ReportFileName.ends_with("$$$") ? "ON-SCREEN INFORMATION" : UpperCase(NameText(ReportFileName));
-}
-
-std::string ReportHeading() {
-    return PrintDate() + " [" + NameText(TemplateName) + "]; Quintave Report for " + ReportLabel();
 }

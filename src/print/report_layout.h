@@ -26,28 +26,31 @@ inline constexpr Integer PlainStyle = 0;
 inline constexpr Integer HeadingStyle = 2;
 inline constexpr std::string_view HeaderFailure = "File Header Failure -- This is not a Valid QuintaveV2 File!";
 
-// The options of the print panel, as a copy starts with them.
+// What is indented by its level.
+enum class Indents : unsigned char { None, Titles, TitlesAndData, Raw }; // Raw: without header and group ends, too
+
+// All that the layout of a copy needs beside the report.
 struct PrintOptions {
-    Integer Mode = 0; // 0: no indent, 1: titles indented, 2: titles and data
-    Integer BaseLevel = 2;
-    bool Raw = false;
-    double DataIndent = 0; // characters
-    std::string Separator; // behind each title
+    Indents Indent = Indents::None;
+    double DataIndent = 0;                  // characters; of the two modes whose data do not go by their level
+    std::string Separator{};                // behind each title
+    bool Below = false;                     // data start on the line below their title
+    std::string Heading{};                  // of each page
+    std::string Label{};                    // names the report
+    void (*Progress)(int record) = nullptr; // told of each record before it is placed, from 1, the header; or null
 };
 
-PrintOptions ReadPrintOptions();
+// How prints name what they show: the report's file name, or the screen.
+std::string ReportLabel(const std::string &fileName);
 
-// Places all records. `progress` is the caption of printLabel that the stars follow. Errors 13 and 62 where the report
-// is damaged; what stood before that was placed.
-void PlaceReport(ItemInput &input, const PrintOptions &options, const PrintSink &sink, const std::string &progress);
+// "mm-dd-yyyy [template]; Quintave Report for label".
+std::string ReportHeading(const std::string &templateName, const std::string &label);
+
+// Places all records; the input stands behind the header. Errors 13 and 62 where the report is damaged; what stood
+// before that was placed.
+void PlaceReport(ItemInput &input, const PrintOptions &options, const PrintSink &sink);
 
 // Wraps a value at its last blank that fits, at its line breaks, or where a word is longer than the column. The first
 // line has its own column and width.
 void WrapValue(std::string_view value, double firstColumn, double firstWidth, double column, double width,
                const PrintSink &sink, std::string_view title);
-
-// How prints name what they show: the report's file name, or the screen.
-std::string ReportLabel();
-
-// "mm-dd-yyyy [template]; Quintave Report for label".
-std::string ReportHeading();

@@ -3,7 +3,7 @@
 
 #include "model/field_model.h"
 #include "platform/files.h"
-#include "platform/front.h"
+#include "platform/items.h"
 #include "print/report_layout.h"
 #include "report/records.h"
 
@@ -51,41 +51,20 @@ void NoPageBreak() {}
 
 } // namespace
 
-void WriteTextPrint(ItemInput &input, OutputFile &output) {
+void WriteTextPrint(ItemInput &input, OutputFile &output, const PrintOptions &options) {
     Output = &output;
     Line.clear();
-    const PrintOptions options = ReadPrintOptions();
     const PrintSink sink{0, LineLength, NoPageBreak, WriteTitle, EndLine, WritePiece, WriteCentred};
-    if (!options.Raw) {
-        WriteTitle(ReportHeading(), 0);
+    if (options.Indent != Indents::Raw) {
+        WriteTitle(options.Heading, 0);
         EndLine();
         Line = " ";
         EndLine();
     }
     if (ReadReportHeader(input)) {
-        PlaceReport(input, options, sink, "   Printing To File ");
+        PlaceReport(input, options, sink);
     } else {
         WriteTitle(HeaderFailure, 0);
         EndLine();
     }
-}
-
-namespace {
-
-void WriteFile(ItemInput &input, const std::string &path) {
-    OutputFile output(path, OutputFile::Access::User);
-    const Integer fault = FaultOf([&] { WriteTextPrint(input, output); });
-    // What could be read stays in the file; a fault of the file itself is the one to tell.
-    const Integer endFault = FaultOf([&] { output.Close(fault == 0); });
-    if (fault != 0 || endFault != 0) throw RuntimeError{endFault != 0 ? endFault : fault};
-}
-
-} // namespace
-
-void PrintReportToFile(const std::string &source) {
-    const std::string path = ReportFileDir + ReportFileName;
-    if (IsSameFile(source, path)) throw RuntimeError{FileAlreadyOpen};
-    ItemInput input = OpenItems(source);
-    const BusyPointer busy;
-    WriteFile(input, path);
 }

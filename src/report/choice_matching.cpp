@@ -4,8 +4,8 @@
 #include "model/field_model.h"
 #include "model/work_files.h"
 #include "platform/codepage.h"
-#include "platform/dialogs.h"
 #include "platform/items.h"
+#include "report/notices.h"
 
 #include <algorithm>
 #include <climits>
@@ -54,7 +54,7 @@ std::vector<std::string> ReadChoiceFile(Integer element) {
     return choices;
 }
 
-long ComparedLength(Integer element) { return FieldRow[element] == 0 ? FieldInfo[element][KindItem] : LONG_MAX; }
+long ComparedLength(Integer element) { return FieldRow[element] == 0 ? LengthOf(element) : LONG_MAX; }
 
 Integer ChoiceOf(const std::vector<std::string> &choices, std::string_view text, long comparedLength) {
     if (Trim(text).empty()) return -1;
@@ -84,10 +84,7 @@ bool HasChoice(Integer element, const std::string &text) {
     FieldInfo[element][Choice] = -1;
     FieldInfo[element][Choice] = ChoiceOf(element, text);
     if (FieldInfo[element][Choice] >= 0 || Trim(text).empty()) return true;
-    MsgBox("No matching list option was found for the field " + Trim(FieldTitle[element]) +
-               ", and this is a closed list (i.e., no 'Other...' option)!" + NL + NL + "Your existing field data ( '" +
-               text + "' ) is NOT being loaded for this field!",
-           ExclamationIcon, "WARNING - Field Data Not Found in List!");
+    TellNotInList(element, text);
     return false;
 }
 
@@ -95,7 +92,7 @@ bool HasChoice(Integer element, const std::string &text) {
 
 void MatchChoiceValue(Integer element) {
     if (!IsList(element)) return;
-    std::string &value = RowValue[ToInteger(FieldRow[element] - 1)];
+    std::string &value = ValueOf(element);
     if (!HasChoice(element, value.substr(0, value.find('|')))) value.clear();
 }
 

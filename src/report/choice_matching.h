@@ -27,7 +27,7 @@ Integer ChoiceOf(Integer element, std::string_view text);
 void ForgetChoices();
 
 // Matches a value that was loaded into a field against its choices: the position goes into FieldInfo(). A value that no
-// choice of a closed list equals is refused with a message and emptied with all its instances. Other elements are left
+// choice of a closed list equals is refused, told and emptied with all its instances. Other elements are left
 // alone; error 53 where the choice file is missing.
 void MatchChoiceValue(Integer element);
 

@@ -1,18 +1,16 @@
 // Occurrences in a report being read (group_reader.h).
 #include "report/group_reader.h"
 
-#include "groups/store.h"
 #include "model/field_model.h"
-#include "platform/dialogs.h"
+#include "model/store.h"
 #include "report/choice_matching.h"
-#include "report/merge.h"
+#include "report/notices.h"
 #include "report/title_index.h"
 
+#include <algorithm>
 #include <set>
 #include <utility>
 #include <vector>
-
-void (*OnCutMember)(Integer member) = nullptr;
 
 namespace {
 
@@ -22,47 +20,41 @@ struct Block {
     bool Unknown = false;    // its records are skipped
     bool StoreBlank = false; // the store held nothing when the block began
     bool HasValue = false;
-    std::string Cells;                 // of all its occurrences so far
-    Integer Occurrences = 0;           // of this block
-    Integer Length = 0;                // cells of one occurrence
-    std::vector<Integer> FirstCells{}; // of the elements behind the group start, within an occurrence
+    std::string Cells;       // of all its occurrences so far
+    Integer Occurrences = 0; // of this block
+    std::size_t Length = 0;  // cells of one occurrence
 };
 
-Block Present;
+Block OpenedBlock;
 
 // Members some value of which did not fit, and the first of them; empty and 0 for none.
 std::set<Integer> CutMembers;
 Integer FirstCut = 0;
 
-bool IsBlank(std::string_view cells) { return cells.find_first_not_of(' ') == std::string_view::npos; }
-
 void BeginBlock(Integer head) {
-    Present = {};
-    Present.Head = head;
-    for (Integer e = ToInteger(head + 1); e < GroupEnd(head); ++e) {
-        Present.FirstCells.push_back(Present.Length);
-        if (HasValue(e)) Present.Length = ToInteger(Present.Length + FieldInfo[e][KindItem]);
-    }
+    OpenedBlock = {};
+    OpenedBlock.Head = head;
+    OpenedBlock.Length = static_cast<std::size_t>(LengthOf(head));
     std::string stored;
     ReadStore(head, stored);
-    Present.StoreBlank = IsBlank(stored);
-    if (!Present.StoreBlank) AskOverwriteGroups();
+    OpenedBlock.StoreBlank = IsBlank(stored);
+    if (!OpenedBlock.StoreBlank) AskOverwriteGroups();
 }
 
-// Where a member's cells begin in the occurrence being built.
-std::size_t FirstCellOf(Integer member) {
-    const auto place = static_cast<std::size_t>(member - Present.Head - 1);
-    return Present.Cells.size() - static_cast<std::size_t>(Present.Length - Present.FirstCells.at(place));
+const Member &PlaceOf(Integer member) {
+    const std::vector<Member> &members = Members(OpenedBlock.Head);
+    return *std::lower_bound(members.begin(), members.end(), member,
+                             [](const Member &m, Integer element) { return m.Element < element; });
 }
 
 std::string FittedValue(Integer member, std::string_view value) {
     std::string text(value);
     std::erase(text, '|'); // a member holds no instances
     text = RTrim(text);
-    const auto cells = static_cast<std::size_t>(FieldInfo[member][KindItem]);
+    const auto cells = static_cast<std::size_t>(LengthOf(member));
     if (text.size() <= cells) return text;
     CutMembers.insert(member);
-    if (OnCutMember != nullptr) OnCutMember(member);
+    TellValueCut(member);
     if (FirstCut == 0) FirstCut = member;
     text.resize(cells);
     if (text.ends_with('\r')) text.pop_back(); // half a line break
@@ -72,52 +64,52 @@ std::string FittedValue(Integer member, std::string_view value) {
 } // namespace
 
 void StartBlocks() {
-    Present = {};
+    OpenedBlock = {};
     CutMembers.clear();
     FirstCut = 0;
 }
 
-void BeginOccurrence(Integer level, const std::string &title) {
+bool BeginOccurrence(Integer level, const std::string &title) {
     const Integer head = FindElement(level, title, Target::Group);
     if (head == 0) {
         DropOccurrences();
-        TmpStr = MayDropRecord(title) ? "No Match Found!" : "CANCELLED!";
-        return;
+        return MayDropRecord(title);
     }
-    if (head != Present.Head) {
+    if (head != OpenedBlock.Head) {
         EndBlock();
         BeginBlock(head);
     }
-    Present.Occurrences = ToInteger(Present.Occurrences + 1); // those before one too many stay
-    Present.Cells.append(static_cast<std::size_t>(Present.Length), ' ');
+    OpenedBlock.Occurrences = ToInteger(OpenedBlock.Occurrences + 1); // those before one too many stay
+    OpenedBlock.Cells.append(OpenedBlock.Length, ' ');
+    return true;
 }
 
 void DropOccurrences() {
     EndBlock();
-    Present.Unknown = true;
+    OpenedBlock.Unknown = true;
 }
 
-bool InOccurrence() { return Present.Head != 0; }
+bool InOccurrence() { return OpenedBlock.Head != 0; }
 
-Integer OpenBlock() { return Present.Head; }
+Integer OpenBlock() { return OpenedBlock.Head; }
 
-bool SkipsOccurrence() { return Present.Unknown; }
+bool SkipsOccurrence() { return OpenedBlock.Unknown; }
 
 void PlaceMember(Integer member, std::string_view value) {
     const std::string text = FittedValue(member, value);
-    const auto cells = static_cast<std::size_t>(FieldInfo[member][KindItem]);
     const std::string placed = IsList(member) && !MatchMemberChoice(member, text) ? "" : text;
+    const Member &place = PlaceOf(member);
     std::string padded = placed;
-    padded.resize(cells, ' ');
-    const std::size_t first = FirstCellOf(member);
-    const std::string_view former = std::string_view(Present.Cells).substr(first, cells);
-    if (OnReplacedValue != nullptr && !IsBlank(former) && former != padded) OnReplacedValue(member);
-    Present.Cells.replace(first, cells, padded);
-    Present.HasValue = Present.HasValue || !placed.empty();
+    padded.resize(place.Cells, ' ');
+    const std::size_t first = OpenedBlock.Cells.size() - OpenedBlock.Length + place.First;
+    const std::string_view former = std::string_view(OpenedBlock.Cells).substr(first, place.Cells);
+    if (!IsBlank(former) && former != padded) TellValueReplaced(member);
+    OpenedBlock.Cells.replace(first, place.Cells, padded);
+    OpenedBlock.HasValue = OpenedBlock.HasValue || !placed.empty();
 }
 
 void EndBlock() {
-    const Block block = std::exchange(Present, {});
+    const Block block = std::exchange(OpenedBlock, {});
     if (!block.HasValue) return;
     std::string stored;
     if (!block.StoreBlank && MergeFlag == AddInstances) ReadStore(block.Head, stored);
@@ -125,11 +117,5 @@ void EndBlock() {
 }
 
 void TellCutMembers() {
-    if (CutMembers.empty()) return;
-    MsgBox(
-        "The data of " + std::to_string(CutMembers.size()) +
-            " field(s) did not fit into their Repeating Group and were cut to the length that the Fields Template File "
-            "allows!" +
-            NL + NL + "First field: " + FieldTitle[FirstCut],
-        ExclamationIcon, CutTitle);
+    if (!CutMembers.empty()) TellValuesCut(CutMembers.size(), FirstCut);
 }

@@ -10,9 +10,9 @@
 // A load begins: no block is open, nothing was cut.
 void StartBlocks();
 
-// An occurrence marker. It goes on with the block of the same group or ends it and begins another; TmpStr is
-// "CANCELLED!" where the group is unknown and the user stops the load.
-void BeginOccurrence(Integer level, const std::string &title);
+// An occurrence marker. It goes on with the block of the same group or ends it and begins another. False where the
+// group is unknown and the user stops the load.
+bool BeginOccurrence(Integer level, const std::string &title);
 
 // The group of the marker cannot be had: its block's records are skipped.
 void DropOccurrences();
@@ -30,12 +30,6 @@ void PlaceMember(Integer member, std::string_view value);
 // Puts a block into its store: in the place of the stored occurrences, or behind them, as the user decided. A block
 // without any value changes nothing.
 void EndBlock();
-
-// Told of each value that did not fit into the cells of a member; none while nobody wants to know.
-extern void (*OnCutMember)(Integer member);
-
-// Title of the message behind a load about such values.
-inline constexpr std::string_view CutTitle = "WARNING - Field Data Cut!";
 
 // After a load: tells which values did not fit into their cells.
 void TellCutMembers();

@@ -1,18 +1,21 @@
 // Add/Open and Add/Merge (load_command.h).
 #include "report/load_command.h"
 
+#include "form/main_window.h"
 #include "groups/open_group.h"
-#include "main/main_window.h"
 #include "main/recovery.h"
 #include "model/field_model.h"
-#include "platform/codepage.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
+#include "platform/front.h"
+#include "platform/items.h"
+#include "report/choice_matching.h"
+#include "report/notices.h"
 #include "report/reader.h"
-#include "report/save_command.h"
+#include "report/records.h"
 #include "report/temporary_report.h"
 #include "screen/selected_field.h"
-#include "screen/value_entry.h"
+#include "screen/selection.h"
 
 namespace {
 
@@ -20,8 +23,61 @@ namespace {
 constexpr Integer Loading = 777;
 constexpr Integer LoadAgain = 778;
 
+Answer TellInBox(const LoadNotice &notice) {
+    // The one behind the load speaks for each value that was cut; a field of one value shows the last.
+    if (notice.What == Notice::ValueCut || notice.What == Notice::ValueReplaced) return OkAnswer;
+    return MsgBox(notice.Text, notice.Style, notice.Title);
+}
+
+void ShowRow(Integer row) { ShowValueInRow(row, RowValue[row]); }
+
+void Breathe(std::size_t /*bytes*/) {
+    constexpr int RecordsPerBreath = 200;
+    static int records = 0;
+    if (++records % RecordsPerBreath == 0) KeepWindowAlive();
+}
+
+constexpr LoadFront Window{TellInBox, ShowRow, Breathe};
+
+// Neither a merge nor a part of a file is what the file holds: it must not be saved over it unasked.
+void ForgetFile() {
+    FileMark.clear();
+    DataChanged = True;
+}
+
+// The first file after a start, a reset or a new template is the one Save writes to; after a second one no file is.
+void RememberFile() {
+    if (FileMark != FirstLoad) {
+        ForgetFile();
+        return;
+    }
+    FileMark = ReportFileName;
+    FileMarkDir = ReportFileDir;
+}
+
+} // namespace
+
+LoadResult LoadReportFile() {
+    ItemInput input;
+    const Integer fault = FaultOf([&] { input = OpenItems(ReportFileDir + ReportFileName); });
+    BeginNotices(Window, input);
+    if (fault != 0) {
+        TellDamaged(fault);
+        return LoadResult::Refused;
+    }
+    const BusyPointer busy;
+    ForgetChoices(); // somebody may have changed a file since
+    if (ReadReportHeader(input)) RememberFile();
+    input.At = 0;
+    const LoadResult result = ReadReport(input, Window);
+    if (result == LoadResult::Stopped) ForgetFile();
+    return result;
+}
+
+namespace {
+
 // Loads the file at a path and shows what it brought.
-void LoadReport(const std::string &directory, const std::string &name) {
+void LoadAndShow(const std::string &directory, const std::string &name) {
     const std::string formerDir = ReportFileDir;
     const std::string formerName = ReportFileName;
     const std::string formerMark = FileMark;
@@ -41,36 +97,35 @@ void LoadReport(const std::string &directory, const std::string &name) {
         ReportFileName = formerName;
     } else {
         SetCaption(Quintave.editframe, Quintave.editframe.Caption + CaptionName(name) + "; ");
-        SetCaption(Quintave.CommandAdd, "^Add/Merge File");
+        OfferMerge(true);
     }
     CurrentField = ActiveRows().ListIndex;
-    ShowSelectedField(Restart, False);
-}
-
-// The full path of the report that the user picks; "" for none.
-std::string AskForReport() {
-    KeepBeforeAsking();
-    Quintave.cmDialog = {.Title = "Pick a '*.RPX' file to add...",
-                         .InitDir = ReportFileDir,
-                         .Filter = "Quintave Files(*.rpx)|*.rpx|All files(*.*)|*.*",
-                         .FileName = "",
-                         .Flags = 0};
-    return PickFile(Quintave.cmDialog, ShowOpen);
+    ShowSelectedField(Restart);
 }
 
 } // namespace
 
+bool PickReport(const std::string &title, std::string_view refusal, std::string &directory, std::string &name) {
+    Quintave.cmDialog = {.Title = title,
+                         .InitDir = ReportFileDir,
+                         .Filter = "Quintave Files(*.rpx)|*.rpx|All files(*.*)|*.*",
+                         .FileName = "",
+                         .Flags = 0};
+    SplitPath(PickFile(Quintave.cmDialog, ShowOpen), directory, name);
+    if (name.empty() || IsReportName(name)) return !name.empty();
+    MsgBox(refusal, OkOnly, "Quintave");
+    return false;
+}
+
 void CommandAdd_Click() {
     if (!LeaveGroup()) return;
     WriteTemporaryReport(TemporaryReportName());
-    const std::string path = AskForReport();
+    KeepBeforeAsking();
     std::string directory;
     std::string name;
-    SplitPath(path, directory, name);
-    if (!path.empty() && !IsReportName(name))
-        MsgBox("You must select a `*.RPX' file!\n\r\n\rPlease Try Again.", OkOnly, "Quintave");
-    else if (!path.empty())
-        LoadReport(directory, name);
+    if (PickReport("Pick a '*.RPX' file to add...", "You must select a `*.RPX' file!\n\r\n\rPlease Try Again.",
+                   directory, name))
+        LoadAndShow(directory, name);
     SetFocus(ActiveRows());
 }
 
@@ -86,5 +141,5 @@ void LoadStartFile(const std::string &argument) {
         const std::string found = FindName(directory, name);
         if (!found.empty()) name = found;
     }
-    LoadReport(directory, name);
+    LoadAndShow(directory, name);
 }

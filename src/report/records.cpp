@@ -3,6 +3,7 @@
 
 #include "model/field_model.h"
 #include "model/template_reader.h"
+#include "platform/codepage.h"
 
 namespace {
 
@@ -11,6 +12,12 @@ bool HasLineBreak(const std::string &text) {
 }
 
 } // namespace
+
+bool IsReportName(const std::string &name) { return UpperCase(Right(name, 3)) == "RPX"; }
+
+std::string CaptionName(const std::string &name) {
+    return NameText(name.substr(0, name.size() < 5 ? 0 : name.size() - 4));
+}
 
 bool ReadReportHeader(ItemInput &input, std::string *templateName) {
     try {

@@ -15,6 +15,12 @@ inline constexpr Integer GroupEndMarker = -99;
 inline constexpr std::string_view OccurrenceText = "REPEATING GROUP, Occurrence #";
 inline constexpr std::string_view GroupEndTitle = "END REPEATING GROUP";
 
+// The last three characters of a report's file name are RPX, letters in either case.
+bool IsReportName(const std::string &name);
+
+// The name without its last four characters, as captions show it.
+std::string CaptionName(const std::string &name);
+
 struct ReportRecord {
     Integer Level = 0; // as an amount: a level below 0 counts without its sign
     Integer Count = 0; // lines of the value, or a marker

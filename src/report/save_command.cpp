@@ -1,16 +1,30 @@
 // Save and Save As (save_command.h).
 #include "report/save_command.h"
 
+#include "form/main_window.h"
 #include "groups/open_group.h"
-#include "main/main_window.h"
 #include "main/recovery.h"
 #include "model/field_model.h"
 #include "platform/codepage.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
+#include "platform/front.h"
+#include "report/earlier_version.h"
+#include "report/records.h"
 #include "report/writer.h"
+#include "screen/selection.h"
+#include "screen/value_entry.h"
 
 namespace {
+
+void WriteTo(const std::string &path, bool temporary) {
+    const BusyPointer busy;
+    const std::string kept = temporary ? "" : KeepEarlierVersion(path);
+    OutputFile file(path, temporary ? OutputFile::Access::Own : OutputFile::Access::User);
+    WriteReport(file, TemplateName);
+    file.Close(!temporary);
+    DropEarlierVersion(path, kept);
+}
 
 // False where the dialog itself failed and is to be shown again.
 bool AskForName(std::string &path) {
@@ -53,7 +67,26 @@ bool SaveUnder(const std::string &path) {
 
 } // namespace
 
-bool HasRememberedName() { return !FileMark.empty() && FileMark != FirstLoad; }
+bool WriteReportFile() {
+    if (!LeaveGroup()) return false;
+    CommitPendingEdit();
+    for (const Integer e : Elements())
+        if (HasRow(e)) ValueOf(e) = WrittenText(e, ValueOf(e));
+    const bool temporary = ReportFileName.ends_with(".$$$");
+    if (!temporary) {
+        FileMark = ReportFileName;
+        FileMarkDir = ReportFileDir;
+    }
+    const Integer fault = FaultOf([&] { WriteTo(ReportFileDir + ReportFileName, temporary); });
+    if (fault != 0) {
+        MsgBox(WriteErrorText(fault), CriticalIcon, "Quintave");
+        return false;
+    }
+    if (temporary) return true;
+    DataChanged = False;
+    SettleRecovery();
+    return true;
+}
 
 void CommandSave_Click() {
     TmpStr.clear();
@@ -82,9 +115,3 @@ void CommandSaveAs_Click() {
     }
     SetFocus(ActiveRows());
 }
-
-std::string CaptionName(const std::string &name) {
-    return NameText(name.substr(0, name.size() < 5 ? 0 : name.size() - 4));
-}
-
-bool IsReportName(const std::string &name) { return UpperCase(Right(name, 3)) == "RPX"; }

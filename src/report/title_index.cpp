@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <functional>
 #include <map>
+#include <numeric>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -21,9 +22,6 @@ struct Entry {
     std::vector<Integer> Members; // in template order
 };
 
-// Columns of LevelTable().
-enum LevelColumn : std::size_t { TitleRead, TitlePassed };
-
 // The levels of the headings that enclose an element, as a chain of numbers in Shapes; 0 is the empty chain.
 using ShapeNumber = std::size_t;
 
@@ -32,31 +30,11 @@ struct Shape {
     Integer Level;
 };
 
-// The titles at levels 1 to some level, as one number: a sum, so that a title can be exchanged where it stands. Two
-// different paths of one template share a number about as often as two files share a checksum of 64 bits.
-class PathSums {
-public:
-    explicit PathSums(LevelColumn which) : column(which) {}
-
-    void Forget() {
-        sums.assign(static_cast<std::size_t>(DeepestLevel) + 1, 0);
-        known = 0;
-    }
-
-    void TitleChanged(Integer level) {
-        known = std::min<std::size_t>(known, static_cast<std::size_t>(std::max(level - 1, 0)));
-    }
-
-    Hash UpTo(Integer level);
-
-private:
-    LevelColumn column;
-    std::vector<Hash> sums; // by level
-    std::size_t known = 0;  // levels whose sum is right
-};
-
-PathSums PassedSums(TitlePassed);
-PathSums ReadSums(TitleRead);
+// A number for each title by its level, those passed and those last read; 0 is no level's. A path is the sum of the
+// numbers of its titles. Two different paths of one template share a sum about as often as two files share a checksum
+// of 64 bits.
+std::vector<Hash> Passed;
+std::vector<Hash> Read;
 
 // By the whole path, and by the enclosing headings alone.
 std::unordered_map<Hash, Entry> ByPath;
@@ -77,12 +55,16 @@ Hash HashOf(Integer level, std::string_view title) {
     return Mixed(std::hash<std::string_view>{}(title) + static_cast<Hash>(level + 1) * 0x9E3779B97F4A7C15ULL);
 }
 
-Hash PathSums::UpTo(Integer level) {
-    for (; known < static_cast<std::size_t>(level); ++known) {
-        const Integer next = ToInteger(known + 1);
-        sums[known + 1] = sums[known] + HashOf(next, LevelTable[next][column]);
-    }
-    return sums[static_cast<std::size_t>(level)];
+// Of the titles at levels 1 to some level.
+Hash PathTo(const std::vector<Hash> &titles, Integer level) {
+    return std::accumulate(titles.begin() + 1, titles.begin() + 1 + level, Hash{0});
+}
+
+// As many as there are levels, all empty.
+std::vector<Hash> NoTitles() {
+    std::vector<Hash> titles;
+    for (int level = 0; level <= DeepestLevel; ++level) titles.push_back(HashOf(static_cast<Integer>(level), ""));
+    return titles;
 }
 
 Hash WithOwn(Hash enclosing, Integer level, std::string_view title) { return Mixed(enclosing) + HashOf(level, title); }
@@ -90,8 +72,7 @@ Hash WithOwn(Hash enclosing, Integer level, std::string_view title) { return Mix
 // The key of the titles last read at the levels of a chain.
 Hash ReadHeadings(ShapeNumber shape) {
     Hash sum = Mixed(shape);
-    for (; shape != 0; shape = Shapes[shape].Outer)
-        sum += HashOf(Shapes[shape].Level, LevelTable[Shapes[shape].Level][TitleRead]);
+    for (; shape != 0; shape = Shapes[shape].Outer) sum += Read[static_cast<std::size_t>(Shapes[shape].Level)];
     return sum;
 }
 
@@ -123,7 +104,7 @@ void Enter(Entry &entry, Integer element) {
 void EnterTarget(Integer element, ShapeNumber shape, Hash sum) {
     const Integer level = LevelOf(element);
     const std::string &title = FieldTitle[element];
-    Enter(ByPath[WithOwn(PassedSums.UpTo(level), level, title)], element);
+    Enter(ByPath[WithOwn(PathTo(Passed, level), level, title)], element);
     Enter(ByHeadings[WithOwn(Mixed(shape) + sum, level, title)], element);
     auto &shapes = ShapesOf[HashOf(level, title)];
     if (std::find(shapes.begin(), shapes.end(), shape) == shapes.end()) shapes.push_back(shape);
@@ -151,18 +132,16 @@ void BuildTitleIndex() {
     ByHeadings.clear();
     ShapesOf.clear();
     Shapes.assign(1, {0, 0});
-    PassedSums.Forget();
+    Passed = NoTitles();
     std::vector<Enclosing> around{{-1, 0, 0}};
     std::map<std::pair<ShapeNumber, Integer>, ShapeNumber> numbers;
-    for (int number = 1; number <= NumFields; ++number) {
-        const Integer e = ToInteger(number);
+    for (const Integer e : Elements()) {
         const bool isGroupEnd = IsGroupEnd(e);
         const Integer level = LevelOf(isGroupEnd ? FieldGroup[e] : e);
         while (around.back().Level >= level) around.pop_back();
         if (isGroupEnd) continue; // no title, and what its group held encloses nothing behind it
         const std::string &title = FieldTitle[e];
-        LevelTable[level][TitlePassed] = title;
-        PassedSums.TitleChanged(level);
+        Passed[static_cast<std::size_t>(level)] = HashOf(level, title);
         const auto [outerLevel, shape, sum] = around.back();
         if (IsTarget(e)) EnterTarget(e, shape, sum);
         if (IsSection(e) || IsGroupStart(e))
@@ -172,16 +151,16 @@ void BuildTitleIndex() {
 
 void ForgetTitlesRead() {
     for (auto &titles : LevelTable) titles[TitleRead].clear();
-    ReadSums.Forget();
+    Read = NoTitles();
 }
 
 void NoteTitleRead(Integer level, std::string_view title) {
     LevelTable[level][TitleRead] = title;
-    ReadSums.TitleChanged(level);
+    Read[static_cast<std::size_t>(level)] = HashOf(level, title);
 }
 
 Integer FindElement(Integer level, std::string_view title, Target target, Integer group) {
-    const Integer found = Chosen(ByPath, WithOwn(ReadSums.UpTo(level), level, title), target, group);
+    const Integer found = Chosen(ByPath, WithOwn(PathTo(Read, level), level, title), target, group);
     if (found != 0) return found;
     const auto shapes = ShapesOf.find(HashOf(level, title));
     if (shapes == ShapesOf.end()) return 0;

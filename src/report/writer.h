@@ -1,11 +1,19 @@
-// Writing the entries as a report file.
+// Writing the entries as a report.
 #pragma once
 
 #include "platform/runtime.h"
 
 #include <string>
+#include <string_view>
 
-// Writes the entries to ReportFileDir & ReportFileName and clears DataChanged; a temporary report ("*.$$$") leaves that
-// and the remembered name alone. After its message false: the partly written file and the earlier version, under the
-// same name and "~", stay.
-bool WriteReportFile();
+class OutputFile;
+
+// Writes the entries, made on a template of that name. Changes nothing of them. The errors of the file and of the
+// groups' stores; what was written before one stays.
+void WriteReport(OutputFile &file, std::string_view templateName);
+
+// A value as a report holds it: without the blanks at its end, in a MEMO with an apostrophe for each double quote.
+std::string WrittenText(Integer element, std::string_view value);
+
+// What the user is told of such an error.
+std::string WriteErrorText(Integer error);

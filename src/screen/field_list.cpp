@@ -1,13 +1,13 @@
 // The events of List1 (field_list.h).
 #include "screen/field_list.h"
 
+#include "form/main_window.h"
 #include "groups/occurrence.h"
-#include "main/main_window.h"
 #include "model/field_model.h"
 #include "platform/dialogs.h"
 #include "screen/command_keys.h"
-#include "screen/row_text.h"
 #include "screen/selected_field.h"
+#include "screen/selection.h"
 #include "screen/value_entry.h"
 
 namespace {
@@ -15,24 +15,24 @@ namespace {
 constexpr std::string_view DeleteTitle = "DELETING FIELD DATA";
 
 bool RowHoldsData() {
-    if (ActiveList == GroupList) return !RTrim(MemberText(CurrentField)).empty();
+    if (GroupIsOpen()) return !RTrim(MemberText(CurrentField)).empty();
     return CurrentField <= RowValue.UpperBound() && !RowValue[CurrentField].empty();
 }
 
 void EmptySelectedRow() {
-    if (ActiveList == GroupList)
+    if (GroupIsOpen())
         StoreMemberText(CurrentField, "");
     else
         RowValue[CurrentField].clear();
-    ShowValueInRow("");
+    ShowValueInRow(CurrentField, "");
     if (IsList(SelectedElement())) FieldInfo[SelectedElement()][Choice] = -1;
     MarkChanged();
-    ShowSelectedField(Restart, False);
+    ShowSelectedField(Restart);
 }
 
 void DeleteRowData() {
     const Integer element = SelectedElement();
-    if (ActiveList == 0 && IsGroupStart(element)) {
+    if (!GroupIsOpen() && IsGroupStart(element)) {
         MsgBox("You can not remove all entered data associated with this Repeating Group from here! Go into the group "
                "itself and remove entered data from there!",
                InformationIcon, DeleteTitle);
@@ -48,7 +48,6 @@ void DeleteRowData() {
 
 void List1_GotFocus(Integer Index) {
     SetBackColor(Quintave.List1.at(static_cast<std::size_t>(Index)), White);
-    if (Index == GroupList && Quintave.GrpExit.Visible) ActiveList = GroupList;
     ShowHelpLine();
 }
 
@@ -57,12 +56,12 @@ void List1_LostFocus(Integer Index) { SetBackColor(Quintave.List1.at(static_cast
 void List1_Click(Integer /*Index*/) {
     if (AcceptingChoice == True) MarkChanged();
     UserKey = False;
-    ShowSelectedField(Restart, False);
+    ShowSelectedField(Restart);
     ShowHelpLine();
 }
 
 void List1_DblClick(Integer /*Index*/) {
-    ShowSelectedField(Restart, True);
+    ShowSelectedField(Restart, TakeFocus);
     ShowHelpLine();
 }
 

@@ -2,16 +2,15 @@
 // entry control: value_entry.cpp.
 #include "screen/selected_field.h"
 
-#include "groups/occurrence.h"
+#include "form/main_window.h"
 #include "groups/open_group.h"
 #include "help/help_window.h"
-#include "main/main_window.h"
 #include "model/field_model.h"
 #include "model/work_files.h"
 #include "platform/codepage.h"
 #include "report/choice_matching.h"
 #include "screen/instances.h"
-#include "screen/row_text.h"
+#include "screen/selection.h"
 #include "screen/value_entry.h"
 
 #include <algorithm>
@@ -38,34 +37,19 @@ void ShowSectionPath(Integer element) {
     InsertRow(path, 0, FieldTitle[section]);
 }
 
-// Steps of ShowSelectedField, in its order
-// ------------------------------------------------------------------------------
-
-// The group's list would take over if a handler showed its frame between the two looks at it. Handlers run to their
-// end, so today none can.
-bool GroupTakesOver() {
-    if (Quintave.List1[0].ListIndex != CurrentField || !Quintave.GrpExit.Visible || Quintave.TableFrame.Visible)
-        return false;
-    if (!Quintave.TableFrame.Visible || NumericValue(Quintave.List1[GroupList].Tag) < -1) return false;
-    ActiveList = GroupList;
-    SetFocus(Quintave.List1[GroupList]);
-    return true;
-}
-
 void PutAway(Control &box) {
     SetVisible(box, false);
     SetText(box, "", 0);
 }
 
 // Hides the entry control of the row that was selected before.
-void PutOldControlsAway(Integer element, Integer mode) {
+void PutOldControlsAway(Integer element, ShowMode mode) {
     const Integer code = FieldInfo[element][TypeCode];
     if (code >= 0 && OtherBox(ActiveList).Visible) PutAway(OtherBox(ActiveList));
     if (mode == Restart && code >= 0) {
         SetVisible(ActiveChoices(), false);
         return;
     }
-    if (ActiveList == 0 && Quintave.TableFrame.Visible) SetVisible(Quintave.TableFrame, false);
     if (code >= Memo && code <= ShortText) PutAway(ValueBox(code));
 }
 
@@ -82,7 +66,7 @@ void FillChoices(Integer element) {
     }
 }
 
-void ShowChoices(Integer element, Integer mode) {
+void ShowChoices(Integer element, ShowMode mode) {
     FillChoices(element);
     Control &choices = ActiveChoices();
     SetPlace(choices, 0, FieldInfo[element][TypeCode]);
@@ -130,9 +114,8 @@ void ApplyPendingKey(Integer element) {
 
 } // namespace
 
-void ShowSelectedField(Integer Mode, Integer Focus) {
+void ShowSelectedField(ShowMode Mode, ShowFocus Focus) {
     CallTrail += "Choices";
-    if (GroupTakesOver()) return;
     CommitPendingEdit();
     PutOldControlsAway(SelectedElement(), Mode);
     if (Focus == PutAwayOnly) return;
@@ -141,9 +124,9 @@ void ShowSelectedField(Integer Mode, Integer Focus) {
     const Integer element = SelectedElement();
     ShowSectionPath(element);
     SetCaption(Quintave.DataLevelLabel, std::to_string(LevelOf(element)));
-    ShowInstanceControls(element, Mode);
+    ShowInstanceControls(element, Mode == Restart);
     if (IsList(element)) ShowChoices(element, Mode);
-    if (Focus == True && ActiveList == 0 && IsGroupStart(element)) {
+    if (Focus == TakeFocus && !GroupIsOpen() && IsGroupStart(element)) {
         PendingKey = 0;
         OpenGroup(element);
         return;
@@ -151,7 +134,7 @@ void ShowSelectedField(Integer Mode, Integer Focus) {
     if (IsList(element) && IsOther(SelectedChoice())) ShowOtherBox();
     Control *const entry = EntryControl(element);
     if (entry != nullptr && entry->Type == Kind::TextBox && !IsList(element)) FillBox(*entry);
-    if (Focus != True) return;
+    if (Focus != TakeFocus) return;
     if (entry != nullptr) SetFocus(*entry);
     ApplyPendingKey(element);
 }
@@ -179,36 +162,6 @@ void SelectChoiceByLetter() {
         AcceptChoice();
     else
         SetFocus(choices);
-}
-
-Integer SelectedElement() {
-    return CurrentField >= 0 && CurrentField <= RowField.UpperBound() ? RowField[CurrentField] : Integer{0};
-}
-
-std::string ShownText() {
-    if (ActiveList == GroupList) return RTrim(MemberText(CurrentField));
-    if (CurrentField > RowValue.UpperBound()) return "";
-    return InstanceText(RowValue[CurrentField], NumericValue(Quintave.FILabel[1].Caption));
-}
-
-std::string SelectedChoice() {
-    const Control &choices = ActiveChoices();
-    return choices.ListIndex < 0 ? "" : choices.Rows[static_cast<std::size_t>(choices.ListIndex)];
-}
-
-Integer FindChoice(std::string_view text) {
-    return ChoiceOf(ActiveChoices().Rows, text, ComparedLength(SelectedElement()));
-}
-
-void MarkChanged() {
-    DataChanged = True;
-    if (Quintave.CommandAdd.Caption == "^Add/Open File") SetCaption(Quintave.CommandAdd, "^Add/Merge File");
-}
-
-void ShowValueInRow(std::string_view value) {
-    Control &rows = ActiveRows();
-    const std::string &row = rows.Rows.at(static_cast<std::size_t>(CurrentField));
-    SetRow(rows, CurrentField, RowWithValue(row, value));
 }
 
 void ShowHelpLine() {

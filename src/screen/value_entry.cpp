@@ -2,16 +2,17 @@
 // instances.cpp.
 #include "screen/value_entry.h"
 
+#include "form/main_window.h"
 #include "groups/occurrence.h"
-#include "main/main_window.h"
 #include "model/field_model.h"
 #include "platform/codepage.h"
 #include "platform/dialogs.h"
 #include "report/choice_matching.h"
 #include "screen/command_keys.h"
+#include "screen/instance_text.h"
 #include "screen/instances.h"
-#include "screen/row_text.h"
 #include "screen/selected_field.h"
+#include "screen/selection.h"
 
 #include <climits>
 
@@ -41,8 +42,8 @@ void NoteKey(Integer &keyCode, Integer shift) {
 
 // The longest value of the selected field in characters: its cells in a group, where they are all there is room for.
 long LengthLimit() {
-    const Integer limit = FieldInfo[SelectedElement()][KindItem];
-    return limit >= NoLimit && ActiveList != GroupList ? LONG_MAX : limit;
+    const Integer limit = LengthOf(SelectedElement());
+    return limit >= NoLimit && !GroupIsOpen() ? LONG_MAX : limit;
 }
 
 // The text cut to a length; half a line break at its end goes too.
@@ -63,34 +64,27 @@ std::string WithoutReserved(std::string_view text) {
     return RTrim(clean);
 }
 
-void SelectNextRow() {
-    Control &rows = ActiveRows();
-    if (static_cast<std::size_t>(CurrentField) + 1 < rows.Rows.size()) SetListIndex(rows, ToInteger(CurrentField + 1));
-}
-
 // Stores a text as the value of the selected row, or of its instance shown, and rewrites the row.
-void StoreValue(const std::string &text, std::string_view trail) {
-    if (ActiveList == GroupList) {
+void StoreValue(const std::string &text, const std::string &trail) {
+    if (GroupIsOpen()) {
         StoreMemberText(CurrentField, text);
-        ShowValueInRow(RTrim(MemberText(CurrentField)));
-    } else if (Quintave.FIScroll.Max >= 2) {
+        ShowValueInRow(CurrentField, RTrim(MemberText(CurrentField)));
+    } else if (InstancesShown() >= 2) {
         CallTrail = trail;
-        TmpStr = text;
-        ShowFieldInstance(1, 0);
+        ShowFieldInstance(InstanceAct::Store, text);
     } else {
         RowValue[CurrentField] = text;
-        ShowValueInRow(text);
+        ShowValueInRow(CurrentField, text);
     }
 }
 
-void CommitEdit(Control &box, std::string_view trail) {
+void CommitEdit(Control &box) {
     SetBackColor(box, LightGrey);
     if (EntryFlag != True) return;
     EntryFlag = False;
-    TmpStr.clear();
     const std::string text = WithoutReserved(box.Text);
     SetText(box, text, box.Caret);
-    StoreValue(text, trail);
+    StoreValue(text, std::string(box.Name) + "-LostFocus");
 }
 
 // The free-text box whose edit is still to be committed; null for none.
@@ -99,9 +93,19 @@ Control *EditedBox() {
     return EntryFlag == True && box != nullptr && box->Type == Kind::TextBox ? box : nullptr;
 }
 
-bool IsCommitKey(Integer keyAscii) {
-    if (keyAscii == CtrlEnterCode) return true;
-    return keyAscii == EnterCode && FieldInfo[SelectedElement()][TypeCode] != Memo;
+void LeaveForNextRow() {
+    SetFocus(ActiveRows());
+    SelectNextRow();
+}
+
+// A key of a free-text box is the box's, or refused; false for one that finishes the value, and is none of the box's.
+bool TakesKey(Integer &keyAscii) {
+    if (CtrlHeld == True) return true;
+    const bool refused = RefuseReservedKey(keyAscii);
+    const bool many = FieldInfo[SelectedElement()][TypeCode] == Memo; // Enter is a line break there
+    const bool finishes = !refused && (keyAscii == CtrlEnterCode || (keyAscii == EnterCode && !many));
+    if (refused || finishes) keyAscii = 0;
+    return !finishes;
 }
 
 // An accepted "OTHER...": the free text before it stays, a listed choice gives way to an empty text.
@@ -124,9 +128,8 @@ std::string EditedValue() {
     const Control *const box = EditedBox();
     const std::string &value = RowValue[CurrentField];
     if (box == nullptr) return value;
-    std::string text = WithoutReserved(box->Text);
-    if (Quintave.FIScroll.Max < 2) return text;
-    return WithInstance(value, NumericValue(Quintave.FILabel[1].Caption), text);
+    const std::string text = WithoutReserved(box->Text);
+    return InstancesShown() < 2 ? text : WithInstance(value, ShownInstance(), text);
 }
 
 std::string EditedItems() {
@@ -164,16 +167,10 @@ void Text1_KeyDown(Integer /*Index*/, Integer &KeyCode, Integer Shift) {
 }
 
 void Text1_KeyPress(Integer Index, Integer &KeyAscii) {
-    if (CtrlHeld == True) return;
-    if (RefuseReservedKey(KeyAscii)) {
-        KeyAscii = 0;
-    } else if (IsCommitKey(KeyAscii)) {
-        KeyAscii = 0;
-        Text1_Change(Index);
-        Text1_LostFocus(Index);
-        SetFocus(ActiveRows());
-        SelectNextRow();
-    }
+    if (TakesKey(KeyAscii)) return;
+    Text1_Change(Index);
+    Text1_LostFocus(Index);
+    LeaveForNextRow();
 }
 
 void Text1_Change(Integer Index) {
@@ -182,22 +179,16 @@ void Text1_Change(Integer Index) {
     LimitLength(Text1At(Index));
 }
 
-void Text1_LostFocus(Integer Index) { CommitEdit(Text1At(Index), "Text1-LostFocus"); }
+void Text1_LostFocus(Integer Index) { CommitEdit(Text1At(Index)); }
 
 void Text2_GotFocus(Integer Index) { BeginEdit(Text2At(Index)); }
 
 void Text2_KeyDown(Integer Index, Integer &KeyCode, Integer Shift) { Text1_KeyDown(Index, KeyCode, Shift); }
 
 void Text2_KeyPress(Integer Index, Integer &KeyAscii) {
-    if (CtrlHeld == True) return;
-    if (RefuseReservedKey(KeyAscii)) {
-        KeyAscii = 0;
-    } else if (IsCommitKey(KeyAscii)) {
-        KeyAscii = 0;
-        Text2_LostFocus(Index);
-        SetFocus(ActiveRows());
-        SelectNextRow();
-    }
+    if (TakesKey(KeyAscii)) return;
+    Text2_LostFocus(Index);
+    LeaveForNextRow();
 }
 
 void Text2_Change(Integer Index) {
@@ -208,7 +199,7 @@ void Text2_Change(Integer Index) {
     LimitLength(Text2At(Index));
 }
 
-void Text2_LostFocus(Integer Index) { CommitEdit(Text2At(Index), "Text2-LostFocus"); }
+void Text2_LostFocus(Integer Index) { CommitEdit(Text2At(Index)); }
 
 void Box_ForeignKey(std::string_view Character) {
     TellUtf8("'" + std::string(Character) +
@@ -240,7 +231,7 @@ void List2_Click(Integer Index) {
         return row >= 0 && static_cast<std::size_t>(row) < choices.Rows.size() &&
                IsOther(choices.Rows[static_cast<std::size_t>(row)]);
     };
-    if (isOtherAt(choices.ListIndex) || isOtherAt(ListTop)) ShowSelectedField(0, False);
+    if (isOtherAt(choices.ListIndex) || isOtherAt(ListTop)) ShowSelectedField(Continue);
     ListTop = choices.ListIndex;
 }
 
@@ -262,20 +253,16 @@ void List2_KeyPress(Integer /*Index*/, Integer &KeyAscii) {
 }
 
 void AcceptChoice() {
-    const Integer element = SelectedElement();
     const bool isOther = IsOther(SelectedChoice());
-    TmpStr = isOther ? FreeTextOf(ShownText()) : SelectedChoice();
-    if (IsClear(TmpStr)) TmpStr.clear();
-    FieldInfo[element][Choice] = ActiveChoices().ListIndex;
+    const std::string text = isOther ? FreeTextOf(ShownText()) : SelectedChoice();
     ListTop = ActiveChoices().ListIndex;
-    StoreValue(TmpStr, "List2_DblClick");
+    FieldInfo[SelectedElement()][Choice] = ListTop;
+    StoreValue(IsClear(text) ? "" : text, "List2_DblClick");
     MarkChanged();
     AcceptingChoice = True;
-    if (isOther) {
-        ShowSelectedField(2, True);
-    } else {
-        SetFocus(ActiveRows());
-        SelectNextRow();
-    }
+    if (isOther)
+        ShowSelectedField(Continue, TakeFocus);
+    else
+        LeaveForNextRow();
     AcceptingChoice = False;
 }

@@ -26,7 +26,7 @@ def report(*records, name="SITE.FTF"):
 
 
 class CliTest(unittest.TestCase):
-    """A folder of the test's own, in which the program runs; its directory for work files is made in self.tmp."""
+    """A folder of the test's own, in which the program runs; it leaves nothing in self.tmp, where temporary files go."""
 
     maxDiff = None
 

@@ -1,10 +1,11 @@
 // Files of choice lists as inputs (targets.h).
+#include "form/main_window.h"
 #include "fuzz/targets.h"
 #include "fuzz/workplace.h"
-#include "main/main_window.h"
 #include "model/work_files.h"
 #include "platform/console/answers.h"
 #include "platform/console/user.h"
+#include "screen/selection.h"
 
 namespace {
 

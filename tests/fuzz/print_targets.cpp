@@ -1,8 +1,8 @@
 // Reports that are printed as inputs (targets.h). The first four characters of the first line choose: the indent of
 // titles, the spaces to indent data, whether data begin on a line of their own, the separator.
+#include "form/main_window.h"
 #include "fuzz/targets.h"
 #include "fuzz/workplace.h"
-#include "main/main_window.h"
 #include "platform/console/answers.h"
 #include "platform/console/user.h"
 #include "print/print_panel.h"

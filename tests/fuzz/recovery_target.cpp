@@ -1,9 +1,9 @@
 // Unsaved entries that a crash has left as inputs: the program starts anew with each (targets.h). First line: the
 // answer to the question, as in report_target.cpp, and "!" behind it where the rest is the bytes of the file. Otherwise
 // each line is an item, its kind, its number and its text, in a file that is whole and of the template that is there.
+#include "form/main_window.h"
 #include "fuzz/targets.h"
 #include "fuzz/workplace.h"
-#include "main/main_window.h"
 #include "main/recovery_entries.h"
 #include "main/session.h"
 #include "main/start_up.h"

@@ -1,7 +1,7 @@
 // Reports that are added to entries as inputs (targets.h).
+#include "form/main_window.h"
 #include "fuzz/targets.h"
 #include "fuzz/workplace.h"
-#include "main/main_window.h"
 #include "platform/console/answers.h"
 #include "platform/console/user.h"
 

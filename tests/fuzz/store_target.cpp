@@ -1,8 +1,8 @@
 // Stores of groups as inputs, and the commands of an open group on them (targets.h). A command is one letter: the four
 // moves v t n b, i insert, d delete, j jump, e enter a value, x leave and enter again, s save, a add the report.
+#include "form/main_window.h"
 #include "fuzz/targets.h"
 #include "fuzz/workplace.h"
-#include "main/main_window.h"
 #include "model/work_files.h"
 #include "platform/console/user.h"
 

@@ -1,7 +1,7 @@
 // Resource tables as inputs: the program starts anew with each (targets.h).
+#include "form/main_window.h"
 #include "fuzz/targets.h"
 #include "fuzz/workplace.h"
-#include "main/main_window.h"
 #include "main/session.h"
 #include "main/start_up.h"
 #include "platform/console/user.h"

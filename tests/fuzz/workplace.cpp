@@ -1,9 +1,9 @@
 // Starting the program for a target, and judging what an input did (workplace.h).
 #include "fuzz/workplace.h"
 
-#include "main/events.h"
+#include "form/main_window.h"
+#include "main/commands.h"
 #include "main/layout.h"
-#include "main/main_window.h"
 #include "main/start_up.h"
 #include "model/work_files.h"
 #include "platform/console/answers.h"

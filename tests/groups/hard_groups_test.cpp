@@ -1,5 +1,5 @@
 // Groups and templates at the edge of what there is room for, and files that changed behind the program's back.
-#include "model/template_file.h"
+#include "main/template_command.h"
 #include "support/group_store.h"
 #include "support/screen_test.h"
 #include "support/template_lines.h"

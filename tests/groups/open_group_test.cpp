@@ -2,7 +2,7 @@
 #include "groups/open_group.h"
 
 #include "main/session.h"
-#include "screen/row_text.h"
+#include "model/row_text.h"
 #include "screen/selected_field.h"
 #include "screen/value_entry.h"
 #include "support/group_store.h"

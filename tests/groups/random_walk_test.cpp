@@ -1,8 +1,8 @@
 // A long walk of commands through a group beside a simple model of it: rows, store and model agree after every step.
 // WALK_SEED in the environment gives another walk.
-#include "groups/store.h"
+#include "model/store.h"
 
-#include "screen/row_text.h"
+#include "model/row_text.h"
 #include "support/group_store.h"
 #include "support/screen_test.h"
 #include "support/template_lines.h"

@@ -1,5 +1,5 @@
 // Group stores that vanished, are short, damaged, full or cannot be written.
-#include "groups/store.h"
+#include "model/store.h"
 
 #include "support/file_limit.h"
 #include "support/group_store.h"

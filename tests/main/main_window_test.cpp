@@ -1,7 +1,7 @@
 // The main window's controls: designer names, captions, fonts and what is shown at first.
-#include "main/main_window.h"
+#include "form/main_window.h"
 
-#include "main/events.h"
+#include "main/commands.h"
 #include "main/layout.h"
 
 #include <gmock/gmock.h>
@@ -119,6 +119,7 @@ std::vector<Control *> Placed() {
 } // namespace
 
 TEST(MainWindow, EveryControlHasItsDesignerNameAndCaption) {
+    ConnectMainWindow();
     for (const auto &[control, type, name, index, caption] : AllControls()) {
         EXPECT_EQ(control->Type, type) << name;
         EXPECT_EQ(control->Name, name);
@@ -171,6 +172,7 @@ TEST(MainWindow, TheSectionPathTakesNoFocus) {
 }
 
 TEST(MainWindow, WhatCanHaveTheFocusHasAnAccessibleName) {
+    ConnectMainWindow();
     for (const Control *control : Placed()) {
         const bool focusable = control->Type == Kind::Button || control->Type == Kind::List ||
                                control->Type == Kind::TextBox || control->Type == Kind::ComboBox ||

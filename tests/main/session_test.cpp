@@ -2,7 +2,7 @@
 #include "main/session.h"
 
 #include "groups/open_group.h"
-#include "model/template_file.h"
+#include "main/template_command.h"
 #include "platform/files.h"
 #include "support/messages.h"
 #include "support/screen_test.h"

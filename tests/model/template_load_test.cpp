@@ -1,6 +1,6 @@
 // What a loaded template puts into the field model, onto the screen and into the work files.
 #include "groups/open_group.h"
-#include "model/template_file.h"
+#include "main/template_command.h"
 #include "support/messages.h"
 #include "support/screen_test.h"
 

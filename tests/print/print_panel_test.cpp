@@ -2,7 +2,7 @@
 #include "support/print_test.h"
 #include "support/template_lines.h"
 
-#include "model/template_file.h"
+#include "main/template_command.h"
 #include "platform/files.h"
 
 #include <gmock/gmock.h>

@@ -2,9 +2,9 @@
 // regular files of the resource directory, names in templates stay in the template's directory, and odd names work.
 #include "reliability/trial.h"
 
-#include "main/main_window.h"
+#include "form/main_window.h"
+#include "main/template_command.h"
 #include "model/field_model.h"
-#include "model/template_file.h"
 #include "platform/console/answers.h"
 #include "platform/console/user.h"
 #include "platform/files.h"

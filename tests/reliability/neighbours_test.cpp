@@ -2,7 +2,7 @@
 // away, a clock that jumps.
 #include "reliability/trial.h"
 
-#include "main/main_window.h"
+#include "form/main_window.h"
 #include "main/start_up.h"
 #include "platform/console/answers.h"
 #include "platform/console/user.h"

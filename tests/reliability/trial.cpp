@@ -1,12 +1,12 @@
 // The sample session and the operations tried in it (trial.h).
 #include "reliability/trial.h"
 
-#include "groups/store.h"
-#include "main/events.h"
+#include "form/main_window.h"
+#include "main/commands.h"
 #include "main/layout.h"
-#include "main/main_window.h"
 #include "main/start_up.h"
 #include "model/field_model.h"
+#include "model/store.h"
 #include "platform/console/answers.h"
 #include "platform/console/progress.h"
 #include "platform/console/user.h"
@@ -80,7 +80,7 @@ void Nothing() {}
 void AddMuch() {
     constexpr int Many = 4000;
     for (int n = 0; n < Many; ++n) RowValue[1] += "|note " + std::to_string(n) + std::string(200, '.');
-    ReplaceStore(GroupElement, std::string(static_cast<std::size_t>(GroupLength(GroupElement)) * Many, 'x'));
+    ReplaceStore(GroupElement, std::string(static_cast<std::size_t>(LengthOf(GroupElement)) * Many, 'x'));
 }
 
 void LoadOtherTemplate() {

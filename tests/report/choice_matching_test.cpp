@@ -1,8 +1,8 @@
 // Values of reports against the choices of their fields.
 #include "support/report_test.h"
 
-#include "groups/store.h"
-#include "model/template_file.h"
+#include "main/template_command.h"
+#include "model/store.h"
 #include "report/choice_matching.h"
 
 #include <climits>

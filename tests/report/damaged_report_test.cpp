@@ -2,7 +2,7 @@
 #include "support/memory_folder.h"
 #include "support/report_test.h"
 
-#include "groups/store.h"
+#include "model/store.h"
 #include "platform/files.h"
 
 namespace {

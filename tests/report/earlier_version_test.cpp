@@ -2,7 +2,7 @@
 #include "support/file_limit.h"
 #include "support/report_test.h"
 
-#include "report/writer.h"
+#include "report/save_command.h"
 
 #include <sys/stat.h>
 

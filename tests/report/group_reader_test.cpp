@@ -1,7 +1,7 @@
 // Occurrences of groups in a report being read.
 #include "support/report_test.h"
 
-#include "groups/store.h"
+#include "model/store.h"
 #include "report/records.h"
 
 namespace {

@@ -2,8 +2,8 @@
 #include "support/report_test.h"
 
 #include "groups/open_group.h"
-#include "groups/store.h"
 #include "main/start_up.h"
+#include "model/store.h"
 #include "report/temporary_report.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // Loading and saving take time in proportion to the report, not to its square.
 #include "support/report_test.h"
 
-#include "model/template_file.h"
+#include "main/template_command.h"
 
 #include <algorithm>
 #include <ctime>

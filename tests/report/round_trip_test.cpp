@@ -10,8 +10,8 @@
 #include "support/memory_folder.h"
 #include "support/report_test.h"
 
-#include "groups/store.h"
-#include "model/template_file.h"
+#include "main/template_command.h"
+#include "model/store.h"
 #include "platform/files.h"
 
 #include <algorithm>

@@ -4,8 +4,9 @@
 
 #include "groups/open_group.h"
 #include "main/session.h"
-#include "model/template_file.h"
-#include "report/writer.h"
+#include "main/template_command.h"
+#include "report/records.h"
+#include "report/save_command.h"
 
 #include <unistd.h>
 

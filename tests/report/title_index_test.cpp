@@ -1,7 +1,7 @@
 // The index of title paths against a walk of the whole template for each record.
 #include "support/report_test.h"
 
-#include "model/template_file.h"
+#include "main/template_command.h"
 #include "report/title_index.h"
 
 #include <cstdlib>

@@ -3,8 +3,8 @@
 #include "support/report_test.h"
 
 #include "groups/open_group.h"
-#include "groups/store.h"
-#include "report/writer.h"
+#include "model/store.h"
+#include "report/save_command.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // Picking from a choice list.
+#include "model/row_text.h"
 #include "report/choice_matching.h"
-#include "screen/row_text.h"
 #include "screen/selected_field.h"
 #include "screen/value_entry.h"
 #include "support/screen_test.h"

@@ -1,7 +1,7 @@
 // What selecting, clicking and keys do on the field list.
 #include "screen/field_list.h"
 
-#include "screen/row_text.h"
+#include "model/row_text.h"
 #include "screen/selected_field.h"
 #include "screen/value_entry.h"
 #include "support/screen_test.h"

@@ -1,7 +1,8 @@
 // Several instances of one field.
+#include "screen/instance_text.h"
 #include "screen/instances.h"
 
-#include "screen/row_text.h"
+#include "model/row_text.h"
 #include "screen/selected_field.h"
 #include "screen/value_entry.h"
 #include "support/screen_test.h"
@@ -64,8 +65,7 @@ TEST_F(Instances, StoringKeepsBothBarsAndAnEmptyLastInstanceGoes) {
     for (const auto &[value, number, text, after] : Cases) {
         Give(AuthorRow, value);
         SetCaption(Quintave.FILabel[1], number);
-        TmpStr = text;
-        ShowFieldInstance(1, 0);
+        ShowFieldInstance(InstanceAct::Store, text);
         EXPECT_EQ(RowValue[AuthorRow], after) << value << " " << number << " " << text;
         EXPECT_EQ(Row(AuthorRow), RowOf("Author", after));
     }
@@ -76,7 +76,7 @@ TEST_F(Instances, DeletingTakesOneBarAlong) {
          {std::tuple{"x|y|z", "2", "x|z"}, {"x|y|z", "1", "y|z"}, {"x|y", "2", "x"}, {"x", "1", ""}}) {
         Give(AuthorRow, value);
         SetCaption(Quintave.FILabel[1], number);
-        ShowFieldInstance(True, 0);
+        ShowFieldInstance(InstanceAct::Delete);
         EXPECT_EQ(RowValue[AuthorRow], after) << value << " " << number;
     }
 }

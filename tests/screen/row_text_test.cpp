@@ -1,5 +1,5 @@
 // The text of rows.
-#include "screen/row_text.h"
+#include "model/row_text.h"
 
 #include "support/screen_test.h"
 #include "support/template_lines.h"

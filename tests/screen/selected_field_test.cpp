@@ -1,7 +1,7 @@
 // The controls beside the list, and how they follow the selected row.
 #include "screen/selected_field.h"
 
-#include "screen/row_text.h"
+#include "model/row_text.h"
 #include "support/screen_test.h"
 #include "support/template_lines.h"
 
@@ -233,12 +233,10 @@ TEST_F(SelectedField, ARefreshThatDoesNotRestartKeepsTheInstanceShown) {
     Give(TitleRow, "a|b|c");
     Select(TitleRow);
     UserScrolls(Quintave.FIScroll, 2);
-    for (const Integer mode : {Integer{0}, Integer{2}}) {
-        ShowSelectedField(mode, False);
-        EXPECT_EQ(Quintave.FILabel[1].Caption, "2");
-        EXPECT_EQ(Quintave.Text1[1].Text, "b");
-    }
-    ShowSelectedField(Restart, False);
+    ShowSelectedField(Continue);
+    EXPECT_EQ(Quintave.FILabel[1].Caption, "2");
+    EXPECT_EQ(Quintave.Text1[1].Text, "b");
+    ShowSelectedField(Restart);
     EXPECT_EQ(Quintave.FILabel[1].Caption, "1");
     EXPECT_EQ(Quintave.Text1[1].Text, "a");
 }
@@ -258,7 +256,7 @@ TEST_F(SelectedField, EveryCallIsNotedInTheTrailAndKeepsTheRows) {
     const auto rows = Quintave.List1[0].Rows;
     CallTrail.clear();
     for (Integer row = TitleRow; row <= ToneRow; ++row) Select(row);
-    ShowSelectedField(0, False);
+    ShowSelectedField(Continue);
     EXPECT_EQ(CallTrail, "ChoicesChoicesChoicesChoicesChoicesChoicesChoicesChoicesChoices");
     EXPECT_EQ(Quintave.List1[0].Rows, rows);
 }

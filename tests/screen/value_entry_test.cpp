@@ -2,8 +2,8 @@
 #include "screen/value_entry.h"
 
 #include "main/session.h"
+#include "model/row_text.h"
 #include "report/save_command.h"
-#include "screen/row_text.h"
 #include "screen/selected_field.h"
 #include "support/screen_test.h"
 #include "support/template_lines.h"

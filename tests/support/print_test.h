@@ -1,7 +1,7 @@
 // A screen test that prints: reports of its own through the print panel, to pages or to a text file.
 #pragma once
 
-#include "main/main_window.h"
+#include "form/main_window.h"
 #include "model/field_model.h"
 #include "platform/console/printer.h"
 #include "platform/console/progress.h"

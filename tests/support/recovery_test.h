@@ -1,8 +1,8 @@
 // A screen test of sessions that leave unsaved entries behind.
 #pragma once
 
-#include "groups/store.h"
 #include "main/recovery.h"
+#include "model/store.h"
 #include "platform/console/progress.h"
 #include "report/save_command.h"
 #include "support/messages.h"

@@ -1,7 +1,7 @@
 // The program under test on the console front (screen_test.h).
 #include "support/screen_test.h"
 
-#include "main/events.h"
+#include "main/commands.h"
 #include "main/layout.h"
 #include "main/start_up.h"
 #include "platform/files.h"

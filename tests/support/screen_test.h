@@ -2,11 +2,12 @@
 // platform/console/user.h, what he was asked from platform/console/answers.h.
 #pragma once
 
-#include "main/main_window.h"
+#include "form/main_window.h"
 #include "model/field_model.h"
 #include "platform/console/answers.h"
 #include "platform/console/user.h"
 #include "platform/dialogs.h"
+#include "screen/selection.h"
 #include "support/folder.h"
 
 #include <gmock/gmock.h>

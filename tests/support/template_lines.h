@@ -1,7 +1,7 @@
 // Lines of a Fields Template File, and names for what a test looks at on the screen.
 #pragma once
 
-#include "main/main_window.h"
+#include "form/main_window.h"
 #include "model/field_model.h"
 
 #include <string>

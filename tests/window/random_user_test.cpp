@@ -3,8 +3,9 @@
 #include "window/window_test.h"
 
 #include "groups/occurrence.h"
+#include "model/row_text.h"
 #include "platform/qt/window.h"
-#include "screen/row_text.h"
+#include "screen/selection.h"
 #include "window/templates.h"
 
 #include <QAbstractButton>

@@ -1,7 +1,7 @@
 // The program under test with its real window (window_test.h).
 #include "window/window_test.h"
 
-#include "main/events.h"
+#include "main/commands.h"
 #include "main/layout.h"
 #include "main/session.h"
 #include "main/start_up.h"

@@ -2,7 +2,7 @@
 // system; dialogues are answered as planned in advance.
 #pragma once
 
-#include "main/main_window.h"
+#include "form/main_window.h"
 #include "model/field_model.h"
 #include "support/folder.h"
 

@@ -1,17 +1,13 @@
-// The directory of work files and its removal (work_folder.h).
-#include "cli/work_folder.h"
+// Removing unfinished outputs (unfinished.h).
+#include "cli/unfinished.h"
 
-#include "platform/files.h"
 #include "platform/runtime.h"
 
 #include <array>
 #include <cerrno>
-#include <cstdlib>
 #include <fcntl.h>
-#include <filesystem>
 #include <sys/wait.h>
 #include <unistd.h>
-#include <vector>
 
 namespace {
 
@@ -29,9 +25,7 @@ int ToRemover = -1;
     ssize_t count = 0;
     while ((count = read(input, part.data(), part.size())) > 0)
         paths.append(part.data(), static_cast<std::size_t>(count));
-    std::error_code ignored;
-    for (std::size_t at = 0; at < paths.size(); at = paths.find('\0', at) + 1)
-        std::filesystem::remove_all(paths.c_str() + at, ignored);
+    for (std::size_t at = 0; at < paths.size(); at = paths.find('\0', at) + 1) unlink(paths.c_str() + at);
     _exit(0);
 }
 
@@ -48,32 +42,6 @@ void StartRemover() {
     if (Remover < 0) throw RuntimeError{OutOfMemory};
 }
 
-// Where the directory may be made, the best place first: where the user wants such things, else in memory, because
-// files that are made and replaced for every report cost most of the time on a disk.
-std::vector<std::string> Parents() {
-    const auto named = [](const char *name) {
-        const char *const path = std::getenv(name);
-        return std::string(path != nullptr && *path == '/' ? path : "");
-    };
-    if (const std::string wanted = named("TMPDIR"); !wanted.empty()) return {wanted};
-    return {named("XDG_RUNTIME_DIR"), "/dev/shm", "/tmp"};
-}
-
-std::string MakeFolder() {
-    if (ToRemover < 0) StartRemover(); // outside of what follows, because it takes its time
-    Integer fault = 0;
-    for (const std::string &parent : Parents()) {
-        if (parent.empty()) continue;
-        std::string path = WithSeparator(parent) + "quintave-cli";
-        const SignalsHeld held;
-        fault = FaultOf([&] { MakeDirectoryBeside(path); });
-        if (fault != 0) continue;
-        RemoveAtEnd(path);
-        return path + "/";
-    }
-    throw RuntimeError{fault};
-}
-
 } // namespace
 
 SignalsHeld::SignalsHeld() {
@@ -84,18 +52,13 @@ SignalsHeld::SignalsHeld() {
 
 SignalsHeld::~SignalsHeld() { sigprocmask(SIG_SETMASK, &former, nullptr); }
 
-const std::string &WorkFolder() {
-    static const std::string folder = MakeFolder();
-    return folder;
-}
-
 void RemoveAtEnd(const std::string &path) {
     if (ToRemover < 0) StartRemover();
     const char *const bytes = path.c_str();
     if (write(ToRemover, bytes, path.size() + 1) < 0) throw RuntimeError{DeviceError};
 }
 
-void RemoveWorkFolder() {
+void EndRemoving() {
     if (ToRemover < 0) return;
     close(ToRemover);
     ToRemover = -1;

@@ -1,5 +1,5 @@
 // Composing rows (row_text.h).
-#include "screen/row_text.h"
+#include "model/row_text.h"
 
 #include "platform/runtime.h"
 

@@ -1,7 +1,8 @@
-// Group stores as files (store.h).
-#include "groups/store.h"
+// The store of the open group (open_store.h).
+#include "groups/open_store.h"
 
 #include "model/field_model.h"
+#include "model/store.h"
 #include "model/work_files.h"
 #include "platform/files.h"
 
@@ -18,33 +19,9 @@ Integer OpenHead = 0;
 // GroupItems() as the store has it.
 std::string StoredItems;
 
-// What WrittenStores and StoreChanges tell.
-std::set<Integer> Written;
-long Changes = 0;
-
-void NoteChange(Integer head) {
-    Written.insert(head);
-    ++Changes;
-}
-
 constexpr long BlockBytes = 1L << 20; // copied at a time, so that the largest store needs no more memory than this
 
 long PositionOf(long occurrence) { return occurrence * GroupRecordLength + GroupHeader + 1; }
-
-Integer CountAt(std::string_view bytes, std::size_t at) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned>(static_cast<unsigned char>(bytes[i])); };
-    return static_cast<Integer>(static_cast<std::uint16_t>(byte(at) | (byte(at + 1) << 8)));
-}
-
-// The counts in a header; error 62 where it was cut short or belongs to another group.
-GroupCounts CountsIn(std::string_view header, Integer head) {
-    GroupCounts counts;
-    if (header.size() >= static_cast<std::size_t>(GroupHeader)) counts = {CountAt(header, 0), CountAt(header, 2)};
-    if (counts.Occurrences < 0 || counts.Items != GroupLength(head) ||
-        header.size() < static_cast<std::size_t>(GroupHeader))
-        throw RuntimeError{InputPastEnd};
-    return counts;
-}
 
 // The loaded occurrence is this one, as the store has it.
 void Hold(const std::string &items, Integer index) {
@@ -67,28 +44,12 @@ void CopyRanges(OutputFile &file, const std::vector<Range> &ranges) {
             file.Write(OpenFile.Read(range.First, std::min(BlockBytes, range.End - range.First)));
 }
 
-// Makes a store anew beside itself and puts it in its own place, so that a fault leaves it as it was. What was written
-// by then goes again: on a full disk it would be in the way of everything else. Gives the new file, open.
-template <class WriteAll> void Rewrite(const std::string &path, const WriteAll &writeAll, BinaryFile &rewritten) {
-    const std::string staged = StagedName(path);
-    try {
-        OutputFile file(staged, OutputFile::Access::Own);
-        writeAll(file);
-        file.Close(false);
-        rewritten.Open(staged); // before it takes the name: behind that nothing may fail any more
-        RenameFile(staged, path);
-    } catch (const RuntimeError &) {
-        TryToDelete(staged);
-        throw;
-    }
-}
-
 // Somebody deleted the store, or put another file in its place: what was read and written until now is made anew from
 // the file that is still open.
 void NeedStore() {
     if (OpenFile.IsAt(OpenPath)) return;
     BinaryFile rewritten;
-    Rewrite(
+    RewriteStoreFile(
         OpenPath,
         [](OutputFile &file) {
             CopyRanges(file, {{1, PositionOf(GroupOccurrenceCount)}});
@@ -108,10 +69,10 @@ void RewriteStore(Integer count, const std::vector<Range> &before, std::string_v
         file.Write(between);
         CopyRanges(file, behind);
     };
-    Rewrite(OpenPath, writeAll, rewritten);
+    RewriteStoreFile(OpenPath, writeAll, rewritten);
     OpenFile.Swap(rewritten);
     GroupOccurrenceCount = count;
-    NoteChange(OpenHead);
+    NoteStoreChange(OpenHead);
 }
 
 // In the place of the loaded occurrence, and in hand once it is there.
@@ -120,53 +81,10 @@ void PutOccurrence(const std::string &items) {
     OpenFile.Write(PositionOf(GroupLoadedOccurrence), items);
     const std::string stored = StoredItems;
     Hold(items, GroupLoadedOccurrence);
-    if (GroupItems != stored) NoteChange(OpenHead);
+    if (GroupItems != stored) NoteStoreChange(OpenHead);
 }
 
 } // namespace
-
-Integer GroupLength(Integer head) {
-    Integer length = 0;
-    const Integer end = GroupEnd(head);
-    for (Integer e = ToInteger(head + 1); e < end; ++e)
-        if (HasValue(e)) length = ToInteger(length + FieldInfo[e][KindItem]);
-    return length;
-}
-
-GroupCounts ReadStore(Integer head, std::string &occurrences) {
-    occurrences = ReadWorkFile(GroupFileName(head));
-    const GroupCounts counts = CountsIn(occurrences, head);
-    occurrences.erase(0, static_cast<std::size_t>(GroupHeader));
-    const auto items = static_cast<std::size_t>(counts.Items);
-    const std::size_t whole = items * static_cast<std::size_t>(counts.Occurrences);
-    if (occurrences.size() > whole) occurrences.resize(whole);
-    // A file of four bytes can count a thousand million of them: what is missing is never made up.
-    if (items > 0) occurrences.resize((occurrences.size() + items - 1) / items * items, ' ');
-    return counts;
-}
-
-void ReplaceStore(Integer head, std::string_view occurrences) {
-    const Integer length = GroupLength(head);
-    const Integer count = length == 0 ? Integer{1} : ToInteger(occurrences.size() / static_cast<std::size_t>(length));
-    if (WorkFilesAreHeld()) {
-        HoldWorkFile(GroupFileName(head), GroupStoreHeader(length, count).append(occurrences));
-    } else {
-        BinaryFile rewritten;
-        const auto writeAll = [&](OutputFile &file) {
-            file.Write(GroupStoreHeader(length, count));
-            file.Write(occurrences);
-        };
-        Rewrite(ResourceDir + GroupFileName(head), writeAll, rewritten);
-    }
-    NoteChange(head);
-    if (count == 1 && occurrences.find_first_not_of(' ') == std::string_view::npos) Written.erase(head);
-}
-
-const std::set<Integer> &WrittenStores() { return Written; }
-
-long StoreChanges() { return Changes; }
-
-void ForgetStores() { Written.clear(); }
 
 void OpenStore(Integer head) {
     OpenPath = ResourceDir + GroupFileName(head);
@@ -193,7 +111,7 @@ void AppendBlankOccurrence() {
     OpenFile.Write(PositionOf(GroupOccurrenceCount), BlankRecord());
     OpenFile.Write(1, GroupStoreHeader(GroupItemCount, count));
     GroupOccurrenceCount = count;
-    NoteChange(OpenHead);
+    NoteStoreChange(OpenHead);
 }
 
 void InsertBlankOccurrence(Integer at) {

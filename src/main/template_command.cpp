@@ -1,12 +1,13 @@
-// Loading a Fields Template File (template_file.h). The work files it writes: work_files.cpp.
-#include "model/template_file.h"
+// Loading a Fields Template File (template_command.h). The work files it writes: model/work_files.cpp.
+#include "main/template_command.h"
 
+#include "form/main_window.h"
 #include "groups/open_group.h"
-#include "groups/store.h"
-#include "main/main_window.h"
 #include "main/recovery.h"
 #include "main/session.h"
 #include "model/field_model.h"
+#include "model/field_tables.h"
+#include "model/row_text.h"
 #include "model/template_reader.h"
 #include "model/work_files.h"
 #include "platform/codepage.h"
@@ -14,8 +15,8 @@
 #include "platform/files.h"
 #include "platform/front.h"
 #include "report/title_index.h"
-#include "screen/row_text.h"
 #include "screen/selected_field.h"
+#include "screen/selection.h"
 
 #include <algorithm>
 
@@ -26,15 +27,10 @@ constexpr std::string_view NoTemplateCaption =
 constexpr long WidestChoiceList = 6528; // twips
 constexpr long ChoiceListMargin = 320;  // twips for the list's frame and scroll bar
 
-void TellWrongHeader() {
-    MsgBox("This is not a valid Fields Template File!\n\r\n\rPlease Try Again.", OkOnly, "Quintave");
-}
+void TellWrongHeader() { MsgBox(WrongHeaderText, OkOnly, "Quintave"); }
 
 void TellUnreadable(Integer number) {
-    MsgBox("Error: " + ErrorText(number) + NL +
-               "Error reading this Fields Template File! (file damaged? choice list or group not ended? file locked? "
-               "wrong privileges?). Correct the problem and try again, or pick another Fields Template File.",
-           CriticalIcon, "ERROR LOADING " + NameText(TemplateName));
+    MsgBox(UnreadableText(number), CriticalIcon, "ERROR LOADING " + NameText(TemplateName));
 }
 
 std::string TemplatePath() {
@@ -43,7 +39,7 @@ std::string TemplatePath() {
 }
 
 void ApplyHeaderSuffix(std::string_view suffix) {
-    AllowInstances = Truth(!suffix.starts_with('-'));
+    AllowInstances = Truth(!TurnsInstancesOff(suffix));
     const bool levelShown = !(suffix.size() == 2 && suffix.ends_with('-'));
     SetVisible(Quintave.Label2, levelShown);
     SetVisible(Quintave.DataLevelLabel, levelShown);
@@ -54,7 +50,6 @@ void ClearScreen() {
     // An edit that is still open belongs to a row that is still there.
     ShowSelectedField(Restart, PutAwayOnly);
     CloseGroupScreen();
-    ForgetStores();
     for (const Integer list : {Integer{0}, GroupList}) {
         ClearRows(Quintave.List1.at(static_cast<std::size_t>(list)));
         Control &choices = Quintave.List2.at(static_cast<std::size_t>(list));
@@ -72,30 +67,7 @@ void ClearScreen() {
     ClearRows(Quintave.SectionLabel);
     SetCaption(Quintave.DataLevelLabel, "");
     SetCaption(Quintave.helpline, "");
-    SetCaption(Quintave.CommandAdd, "^Add/Open File");
-}
-
-void SizeTables(const TemplateContent &content) {
-    const Integer elements = ToInteger(content.Elements.size());
-    RowField.Size(content.Rows);
-    RowValue.Size(content.Rows);
-    GroupSlot.Size(content.LargestGroup);
-    FieldRow.Size(elements);
-    FieldTitle.Size(elements);
-    FieldInfo.Size(elements);
-    FieldExtra.Size(elements);
-    FieldGroup.Size(elements);
-    FieldSection.Size(elements);
-    FieldAbove.Size(elements);
-    GroupItems = " ";
-}
-
-Integer AddFieldRow(Integer element, std::string_view row) {
-    const Integer index = NumRows;
-    AddRow(Quintave.List1[0], row);
-    RowField[index] = element;
-    NumRows = ToInteger(NumRows + 1);
-    return NumRows;
+    OfferMerge(false);
 }
 
 // The width of a choice list in twips, by its widest choice.
@@ -108,77 +80,20 @@ Integer ChoiceListWidth(const std::vector<std::string> &choices) {
     return ToInteger(std::min(widest + ChoiceListMargin, WidestChoiceList));
 }
 
-Integer TypeCodeOf(const TemplateElement &element) {
-    switch (element.Type) {
-    case ElementType::Text: return element.Kind > LongestShortText ? LongText : ShortText;
-    case ElementType::Memo: return Memo;
-    case ElementType::List: return ChoiceListWidth(element.Choices);
-    case ElementType::GroupStart: return GroupMark;
-    default: return NoValue;
-    }
+std::string RowOf(Integer element) {
+    if (IsSection(element)) return SeparatorRow();
+    const std::string prefix = RowPrefix(FieldTitle[element]);
+    return IsGroupStart(element) ? prefix + std::string(GroupRowText) : prefix;
 }
 
-void PlaceField(Integer f, const TemplateElement &element, const DirectoryNames &files) {
-    FieldExtra[f] = {element.Extra, files.Find(element.File)};
-    FieldInfo[f][TypeCode] = TypeCodeOf(element);
-    FieldInfo[f][Choice] = element.Type == ElementType::List ? Integer{-1} : Integer{0};
-    if (element.Type == ElementType::Memo && !element.InGroup) FieldInfo[f][KindItem] = NoLimit;
-    if (element.InGroup) {
-        FieldRow[f] = 0;
-        return;
-    }
-    const std::string prefix = RowPrefix(element.Title);
-    FieldRow[f] = AddFieldRow(f, element.Type == ElementType::GroupStart ? prefix + std::string(GroupRowText) : prefix);
-}
-
-void PlaceHeading(Integer f, const TemplateElement &element) {
-    FieldRow[f] = -1;
-    if (element.Type == ElementType::GroupEnd) FieldInfo[f][TypeCode] = GroupMark;
-    // Above the second row a break would separate nothing.
-    if (element.Kind == SectionKind && !element.InGroup && NumRows > 1) FieldRow[f] = AddFieldRow(f, SeparatorRow());
-}
-
-// What each element stands under: the path beside the list is read off these links.
-void LinkElements() {
-    std::vector<Integer> last(static_cast<std::size_t>(DeepestLevel) + 1); // by level; a group's end heads nothing
-    Integer section = 0;
-    for (int number = 1; number <= NumFields; ++number) {
-        const Integer e = ToInteger(number);
-        const auto level = static_cast<std::size_t>(LevelOf(e));
-        FieldSection[e] = section;
-        FieldAbove[e] = level == 0 ? Integer{0} : last[level - 1];
-        if (IsSection(e)) section = e;
-        if (!IsGroupEnd(e)) last[level] = e;
-    }
-}
-
-void FillTables(const TemplateContent &content) {
-    NumFields = 0;
-    NumRows = 0;
-    const DirectoryNames files(TemplateDir); // help files are looked up by the thousand
+// The field list, and the section breaks that the path beside it is read off.
+void ShowFields() {
+    for (Integer row = 0; row < NumRows; ++row) AddRow(Quintave.List1[0], RowOf(RowField[row]));
     std::string sections = "-1";
-    Integer head = 0;
-    for (const TemplateElement &element : content.Elements) {
-        NumFields = ToInteger(NumFields + 1);
-        FieldTitle[NumFields] = element.Title;
-        FieldInfo[NumFields] = {NoValue, 0, element.Kind, element.Level};
-        if (element.Type == ElementType::GroupStart) head = NumFields;
-        if (element.Type == ElementType::GroupEnd) FieldGroup[head] = NumFields;
-        if (element.InGroup) FieldGroup[NumFields] = head;
-        if (element.Kind == SectionKind) sections += "|" + std::to_string(NumFields);
-        if (element.Kind > 1)
-            PlaceField(NumFields, element, files);
-        else
-            PlaceHeading(NumFields, element);
-    }
+    for (const Integer e : Elements())
+        if (IsSection(e)) sections += "|" + std::to_string(e);
     Quintave.SectionLabel.Tag = sections + "|" + std::to_string(NumFields + 1);
     Quintave.List1[GroupList].Tag = "-1";
-    DeepestLevel = content.DeepestLevel;
-    LevelTableRows = ToInteger(DeepestLevel + 2);
-    LinkElements();
-    LevelTable.Size(LevelTableRows);
-    BuildTitleIndex();
-    LevelTable.Size(LevelTableRows); // the index has passed its titles through it
 }
 
 void AddRowWithoutFields() {
@@ -191,7 +106,7 @@ void AddRowWithoutFields() {
 bool PrepareTemplate(const std::string &path, TemplateContent &content) {
     bool isRead = false;
     const Integer fault = FaultOf([&] {
-        if (!path.empty()) content = ReadTemplate(path);
+        if (!path.empty()) content = ReadTemplate(OpenItems(path));
         isRead = true;
         ReplaceWorkFiles(content);
     });
@@ -244,14 +159,9 @@ bool LoadTemplateFile() {
     TemplateContent content;
     if (!PrepareTemplate(TemplatePath(), content)) return false;
     ClearScreen();
-    SizeTables(content);
-    CurrentField = 0;
-    LoadState = 0;
-    ListTop = 0;
-    DataChanged = False;
-    ActiveList = 0;
-    TemplateMark = MarkOf(content);
-    FillTables(content);
+    FillTables(content, ChoiceListWidth);
+    BuildTitleIndex();
+    ShowFields();
     SettleRecovery();
     AddRowWithoutFields();
     ShowTemplateCaption();
@@ -315,7 +225,7 @@ void CommandTemplate_Click() {
         SetListIndex(ActiveRows(), 0);
     }
     QuitSave = False;
-    ShowSelectedField(1, False);
+    ShowSelectedField(Restart);
     SetEnabled(Quintave.editframe, true);
     SetFocus(ActiveRows());
 }

@@ -1,5 +1,5 @@
-// Loading a Fields Template File into the field model and onto the screen, at the start and through the template
-// command. Reading and checking the file: template_reader.h.
+// Loading a Fields Template File onto the screen, at the start and through the template command. Reading the file:
+// model/template_reader.h; the tables it fills: model/field_tables.h.
 #pragma once
 
 #include "platform/runtime.h"

@@ -1,12 +1,9 @@
-// What quintave-cli leaves nowhere: the directory of its work files, and outputs that did not become whole. A second
-// process removes them when the first one has ended, in whatever way it did.
+// Outputs that did not become whole, which quintave-cli leaves nowhere: a second process removes them when the first
+// one has ended, in whatever way it did.
 #pragma once
 
 #include <csignal>
 #include <string>
-
-// The directory, ending in "/", made at the first call for the user alone. Throws the error of making it.
-const std::string &WorkFolder();
 
 // A file that is to go when the program ends, if it is still there then.
 void RemoveAtEnd(const std::string &path);
@@ -24,4 +21,4 @@ private:
 };
 
 // Waits until everything has been removed.
-void RemoveWorkFolder();
+void EndRemoving();

@@ -1,5 +1,0 @@
-// The one table that connects events to procedures.
-#pragma once
-
-// Puts the table in force.
-void ConnectMainWindow();
