@@ -6,7 +6,7 @@
 #include "groups/table_commands.h"
 #include "model/field_model.h"
 #include "model/work_files.h"
-#include "platform/console/user.h"
+#include "support/user.h"
 #include "platform/files.h"
 
 #include <benchmark/benchmark.h>

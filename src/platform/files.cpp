@@ -281,12 +281,6 @@ int MakeFileBeside(std::string &path) {
     return handle;
 }
 
-void MakeDirectoryBeside(std::string &path) {
-    const std::string wanted = path;
-    path += ".XXXXXX";
-    if (mkdtemp(path.data()) == nullptr) Fail(wanted);
-}
-
 OutputFile::OutputFile(const std::string &path, Access access) : handle(OpenOutput(path, access)) {}
 
 OutputFile::OutputFile(int descriptor) : handle(descriptor) {}

@@ -85,10 +85,9 @@ void TryToDelete(const std::string &path);
 // Gives a file another name in place of whatever had it.
 void RenameFile(const std::string &from, const std::string &to);
 
-// Makes a file (a directory) that nobody else may use, of the given path and six characters more, which it appends; the
-// file is open for writing.
+// Makes a file that nobody else may use, of the given path and six characters more, which it appends, and opens it for
+// writing.
 int MakeFileBeside(std::string &path);
-void MakeDirectoryBeside(std::string &path);
 
 // Writes a file from its first byte, replacing an existing one at once; what was written before an error stays.
 class OutputFile {

@@ -4,7 +4,7 @@
 #include "fuzz/workplace.h"
 #include "model/work_files.h"
 #include "platform/console/answers.h"
-#include "platform/console/user.h"
+#include "support/user.h"
 #include "screen/selection.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include "fuzz/targets.h"
 #include "fuzz/workplace.h"
 #include "platform/console/answers.h"
-#include "platform/console/user.h"
+#include "support/user.h"
 #include "print/print_panel.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include "main/start_up.h"
 #include "model/recovery_file.h"
 #include "platform/console/answers.h"
-#include "platform/console/user.h"
+#include "support/user.h"
 #include "platform/files.h"
 
 #include <charconv>

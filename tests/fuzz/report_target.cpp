@@ -3,7 +3,7 @@
 #include "fuzz/targets.h"
 #include "fuzz/workplace.h"
 #include "platform/console/answers.h"
-#include "platform/console/user.h"
+#include "support/user.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include "fuzz/workplace.h"
 #include "main/session.h"
 #include "main/start_up.h"
-#include "platform/console/user.h"
+#include "support/user.h"
 
 void TakeTable(const std::string &input) {
     static const Workplace place(SampleTemplate());

@@ -4,7 +4,7 @@
 #include "fuzz/workplace.h"
 #include "model/field_model.h"
 #include "platform/console/answers.h"
-#include "platform/console/user.h"
+#include "support/user.h"
 #include "platform/files.h"
 
 #include <algorithm>

@@ -8,7 +8,7 @@
 #include "model/work_files.h"
 #include "platform/console/answers.h"
 #include "platform/console/printer.h"
-#include "platform/console/user.h"
+#include "support/user.h"
 #include "platform/files.h"
 #include "support/file_calls.h"
 #include "support/open_files.h"

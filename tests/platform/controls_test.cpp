@@ -2,7 +2,7 @@
 #include "platform/controls.h"
 
 #include "platform/console/answers.h"
-#include "platform/console/user.h"
+#include "support/user.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

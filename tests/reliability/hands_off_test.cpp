@@ -6,7 +6,7 @@
 #include "main/template_command.h"
 #include "model/field_model.h"
 #include "platform/console/answers.h"
-#include "platform/console/user.h"
+#include "support/user.h"
 #include "platform/files.h"
 
 #include <gtest/gtest.h>

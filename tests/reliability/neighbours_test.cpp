@@ -5,7 +5,7 @@
 #include "form/main_window.h"
 #include "main/start_up.h"
 #include "platform/console/answers.h"
-#include "platform/console/user.h"
+#include "support/user.h"
 
 #include <gtest/gtest.h>
 

@@ -9,7 +9,7 @@
 #include "model/store.h"
 #include "platform/console/answers.h"
 #include "platform/console/progress.h"
-#include "platform/console/user.h"
+#include "support/user.h"
 #include "platform/files.h"
 #include "support/open_files.h"
 

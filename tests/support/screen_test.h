@@ -5,7 +5,7 @@
 #include "form/main_window.h"
 #include "model/field_model.h"
 #include "platform/console/answers.h"
-#include "platform/console/user.h"
+#include "support/user.h"
 #include "platform/dialogs.h"
 #include "screen/selection.h"
 #include "support/folder.h"

@@ -3,7 +3,7 @@
 
 #include "platform/clock.h"
 #include "platform/console/progress.h"
-#include "platform/console/user.h"
+#include "platform/controls.h"
 
 #include <array>
 #include <ctime>

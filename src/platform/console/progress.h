@@ -11,3 +11,6 @@ struct ConsoleProgress {
 };
 
 extern ConsoleProgress Progress;
+
+// EndProgram was called since the last question.
+bool ProgramEnded();

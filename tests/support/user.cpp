@@ -1,5 +1,5 @@
 // What a toolkit does with keys and clicks, without one (user.h).
-#include "platform/console/user.h"
+#include "support/user.h"
 
 #include "platform/codepage.h"
 

@@ -1,6 +1,7 @@
 // A user without a display: keys go to the control that has the focus and do there what a toolkit would do.
 #pragma once
 
+#include "platform/console/progress.h"
 #include "platform/controls.h"
 
 #include <string_view>
@@ -31,6 +32,3 @@ void DoubleClickRow(Control &list, Integer row);
 
 // Clicks a button or a box.
 void Press(Control &control);
-
-// EndProgram was called since the last question.
-bool ProgramEnded();
