@@ -6,8 +6,8 @@
 #include "groups/table_commands.h"
 #include "model/field_model.h"
 #include "model/work_files.h"
-#include "support/user.h"
 #include "platform/files.h"
+#include "support/user.h"
 
 #include <benchmark/benchmark.h>
 

@@ -4,8 +4,8 @@
 #include "fuzz/workplace.h"
 #include "model/work_files.h"
 #include "platform/console/answers.h"
-#include "support/user.h"
 #include "screen/selection.h"
+#include "support/user.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include "fuzz/targets.h"
 #include "fuzz/workplace.h"
 #include "platform/console/answers.h"
-#include "support/user.h"
 #include "print/print_panel.h"
+#include "support/user.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 #include "main/start_up.h"
 #include "model/recovery_file.h"
 #include "platform/console/answers.h"
-#include "support/user.h"
 #include "platform/files.h"
+#include "support/user.h"
 
 #include <charconv>
 

@@ -4,8 +4,8 @@
 #include "fuzz/workplace.h"
 #include "model/field_model.h"
 #include "platform/console/answers.h"
-#include "support/user.h"
 #include "platform/files.h"
+#include "support/user.h"
 
 #include <algorithm>
 

@@ -8,10 +8,10 @@
 #include "model/work_files.h"
 #include "platform/console/answers.h"
 #include "platform/console/printer.h"
-#include "support/user.h"
 #include "platform/files.h"
 #include "support/file_calls.h"
 #include "support/open_files.h"
+#include "support/user.h"
 
 #include <algorithm>
 #include <cstdio>

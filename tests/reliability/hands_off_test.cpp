@@ -6,8 +6,8 @@
 #include "main/template_command.h"
 #include "model/field_model.h"
 #include "platform/console/answers.h"
-#include "support/user.h"
 #include "platform/files.h"
+#include "support/user.h"
 
 #include <gtest/gtest.h>
 

@@ -9,9 +9,9 @@
 #include "model/store.h"
 #include "platform/console/answers.h"
 #include "platform/console/progress.h"
-#include "support/user.h"
 #include "platform/files.h"
 #include "support/open_files.h"
+#include "support/user.h"
 
 #include <algorithm>
 #include <array>

@@ -5,10 +5,10 @@
 #include "form/main_window.h"
 #include "model/field_model.h"
 #include "platform/console/answers.h"
-#include "support/user.h"
 #include "platform/dialogs.h"
 #include "screen/selection.h"
 #include "support/folder.h"
+#include "support/user.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
