@@ -8,6 +8,7 @@
 #include "model/field_model.h"
 #include "platform/console/answers.h"
 #include "platform/files.h"
+#include "report/load_command.h"
 #include "report/reader.h"
 
 #include <stdexcept>

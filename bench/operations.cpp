@@ -9,7 +9,7 @@
 #include "model/field_model.h"
 #include "model/work_files.h"
 #include "platform/console/answers.h"
-#include "print/text_lines.h"
+#include "print/print_panel.h"
 #include "report/save_command.h"
 
 #include <array>

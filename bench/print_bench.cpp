@@ -5,7 +5,6 @@
 #include "model/field_model.h"
 #include "platform/items.h"
 #include "print/print_panel.h"
-#include "print/text_lines.h"
 #include "report/records.h"
 
 #include <benchmark/benchmark.h>

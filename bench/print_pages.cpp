@@ -4,7 +4,7 @@
 #include "model/field_model.h"
 #include "platform/program.h"
 #include "platform/runtime.h"
-#include "print/printer_pages.h"
+#include "print/print_panel.h"
 
 #include <cstdio>
 

@@ -41,7 +41,7 @@ Answer TellNotice(const LoadNotice &notice) {
     return GoOn(notice);
 }
 
-constexpr LoadFront Findings{TellNotice};
+constexpr LoadFront Findings{.Tell = TellNotice, .WantsLines = true};
 
 // The element's help line begins with one of the words (upper case), letters in either case.
 bool IsRequired(Integer element, const std::vector<std::string> &words) {

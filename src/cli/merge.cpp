@@ -34,7 +34,7 @@ Answer TellNotice(const LoadNotice &notice) {
     return GoOn(notice);
 }
 
-constexpr LoadFront Messages{TellNotice};
+constexpr LoadFront Messages{.Tell = TellNotice, .WantsLines = true};
 
 void TellDoubleQuotes(const ItemInput &report) {
     for (const QuotedValue &value : FindDoubleQuotes(report)) {

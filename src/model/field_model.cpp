@@ -26,7 +26,7 @@ bool HasValue(Integer element) {
 
 bool HasRow(Integer element) { return HasValue(element) && FieldRow[element] > 0; }
 
-std::string &ValueOf(Integer element) { return RowValue[ToInteger(FieldRow[element] - 1)]; }
+std::string &ValueOf(Integer element) { return RowValue[static_cast<Integer>(FieldRow[element] - 1)]; }
 
 Integer LevelOf(Integer element) {
     const int level = FieldInfo[element][LevelItem];

@@ -90,6 +90,8 @@ struct EntriesState {
     Integer DataChanged = False; // true: entries were not saved
     std::string FileMark;        // name Save writes to; "FirstLoad" before any, "" after a merge
     std::string FileMarkDir;     // its directory
+
+    bool operator==(const EntriesState &) const = default;
 };
 
 // What the screen shows of it.

@@ -101,6 +101,8 @@ public:
     T &operator[](Integer index) { return cells[Checked(index)]; }
     const T &operator[](Integer index) const { return cells[Checked(index)]; }
 
+    bool operator==(const Table &) const = default;
+
     typename std::vector<T>::iterator begin() { return cells.begin(); }
     typename std::vector<T>::iterator end() { return cells.end(); }
 

@@ -53,8 +53,9 @@ std::string ProgressCaption;
 
 void ShowProgress(int record) {
     const bool begins = record % StarsPerRow == 0 || record == 1;
-    const std::string shown = begins ? ProgressCaption : Quintave.printLabel.Caption;
-    SetCaption(Quintave.printLabel, record == 1 ? shown : shown + "*");
+    std::string caption = begins ? ProgressCaption : Quintave.printLabel.Caption;
+    if (record > 1) caption += '*';
+    SetCaption(Quintave.printLabel, caption);
     if (record > 1) RepaintNow(Quintave.printLabel);
 }
 

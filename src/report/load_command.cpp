@@ -37,7 +37,7 @@ void Breathe(std::size_t /*bytes*/) {
     if (++records % RecordsPerBreath == 0) KeepWindowAlive();
 }
 
-constexpr LoadFront Window{TellInBox, ShowRow, Breathe};
+constexpr LoadFront Window{.Tell = TellInBox, .Placed = ShowRow, .Progress = Breathe};
 
 // Neither a merge nor a part of a file is what the file holds: it must not be saved over it unasked.
 void ForgetFile() {

@@ -23,12 +23,11 @@ constexpr std::string_view CutTitle = "WARNING - Field Data Cut!";
 
 Answer Tell(Notice what, std::string_view title, const std::string &text, int style, Integer element = 0,
             Integer error = 0) {
-    return Front->Tell(
-        {what, std::string(title), text, style, element, error, LineAt(Counted, Report->Bytes, RecordAt)});
+    const long line = Front->WantsLines ? LineAt(Counted, Report->Bytes, RecordAt) : 0;
+    return Front->Tell({what, std::string(title), text, style, element, error, line});
 }
 
 void Decide(Notice question, const std::string &text) {
-    if (MergeFlag != Undecided) return;
     MergeFlag = Tell(question, OverwriteTitle, text, YesNo) == YesAnswer ? Overwrite : AddInstances;
 }
 
@@ -90,6 +89,7 @@ void TellNotInList(Integer element, const std::string &text) {
 }
 
 void AskOverwriteFields() {
+    if (MergeFlag != Undecided) return;
     Decide(Notice::OverwriteFields,
            "Either this file contains multiple field instances, or you are loading data over existing screen "
            "information. Would you like to OVERWRITE information?" +
@@ -100,6 +100,7 @@ void AskOverwriteFields() {
 }
 
 void AskOverwriteGroups() {
+    if (MergeFlag != Undecided) return;
     Decide(Notice::OverwriteGroups,
            "You are loading data over existing screen information. Would you like to OVERWRITE information?" + NL + NL +
                "        YES - Overwrite(replace) existing information." + NL +

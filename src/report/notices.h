@@ -29,13 +29,14 @@ struct LoadNotice {
     int Style = 0;       // of a message box
     Integer Element = 0; // that it is about; 0 for none
     Integer Error = 0;   // of Damaged
-    long Line = 0;       // on which the record begins, from 1
+    long Line = 0;       // on which the record begins, from 1; where the front wants to know
 };
 
 // Who wants a report loaded.
 struct LoadFront {
     Answer (*Tell)(const LoadNotice &notice) = nullptr;
-    void (*Placed)(Integer row) = nullptr;         // a row of the field list has another value; or null
+    void (*Placed)(Integer row) = nullptr; // a row of the field list has another value; or null
+    bool WantsLines = false;
     void (*Progress)(std::size_t bytes) = nullptr; // so much of the file has been read, told of each record; or null
 };
 

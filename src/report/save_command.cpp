@@ -70,8 +70,11 @@ bool SaveUnder(const std::string &path) {
 bool WriteReportFile() {
     if (!LeaveGroup()) return false;
     CommitPendingEdit();
-    for (const Integer e : Elements())
-        if (HasRow(e)) ValueOf(e) = WrittenText(e, ValueOf(e));
+    for (const Integer e : Elements()) {
+        if (!HasRow(e)) continue;
+        std::string &value = ValueOf(e);
+        value = WrittenText(e, value);
+    }
     const bool temporary = ReportFileName.ends_with(".$$$");
     if (!temporary) {
         FileMark = ReportFileName;

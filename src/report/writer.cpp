@@ -107,9 +107,10 @@ void WriteElements(OutputFile &file) {
             WriteHeadings(file, headings);
             WriteGroup(file, e);
             next = GroupEnd(e);
-        } else if (HasRow(e) && !IsBlank(ValueOf(e))) {
-            WriteHeadings(file, headings);
-            WriteFieldValue(file, e, ValueOf(e));
+        } else if (HasRow(e)) {
+            const std::string &value = ValueOf(e);
+            if (!IsBlank(value)) WriteHeadings(file, headings);
+            WriteFieldValue(file, e, value);
         }
     }
 }

@@ -1,8 +1,10 @@
 // What docs/guide.md, README.md and the manual page say of keys, and the template that the guide writes.
 #include "documents/page.h"
 
+#include "main/commands.h"
 #include "screen/command_keys.h"
 
+#include <map>
 #include <regex>
 #include <set>
 
@@ -12,13 +14,34 @@ const std::string Guide = "/docs/guide.md";
 
 std::string Page(const std::string &name) { return BytesOf(PROJECT_FOLDER + name); }
 
-// The letters of the guide's table of keys that stand beside Ctrl+ and hold at that place.
-std::set<char> LettersOf(const std::string &place) {
-    std::set<char> letters;
-    for (const auto &line : LinesOf(Page(Guide)))
-        if (line.starts_with("| Ctrl+") && line.ends_with("| " + place + " |") && line.substr(8, 2) == " |")
-            letters.insert(line[7]);
-    return letters;
+// A line of a list of keys for each command that has one, by its letter, those of a group last.
+using KeyLine = std::string (*)(char letter, const Command &command);
+
+std::vector<std::string> KeyLines(KeyLine line) {
+    std::map<std::pair<bool, char>, std::string> lines;
+    for (const Command &command : Commands())
+        if (const auto letter = static_cast<char>(KeyOf(command)); letter != 0)
+            lines[{command.InGroupOnly, letter}] = line(letter, command);
+    std::vector<std::string> sorted;
+    for (const auto &[key, text] : lines) sorted.push_back(text);
+    return sorted;
+}
+
+std::string GuideLine(char letter, const Command &command) {
+    return std::string("| Ctrl+") + letter + " | " + std::string(command.Hint) + " | " +
+           (command.InGroupOnly ? "in a group" : "everywhere") + " |\n";
+}
+
+std::string ManualLine(char letter, const Command &command) {
+    const std::string key = std::string("Ctrl+") + letter;
+    return ".TP\n" + (command.InGroupOnly ? ".BR " + key + " \" (in a group)\"" : ".B " + key) + "\n" +
+           std::string(command.Hint) + "\n";
+}
+
+std::string Joined(const std::vector<std::string> &lines) {
+    std::string text;
+    for (const std::string &line : lines) text += line;
+    return text;
 }
 
 // The letters that README.md names in its table of keys.
@@ -33,16 +56,6 @@ std::set<char> LettersOfReadme() {
         for (std::sregex_iterator it(text.begin(), text.end(), letter), end; it != end; ++it)
             letters.insert((*it)[1].str()[0]);
     }
-    return letters;
-}
-
-// The letters that the manual page names.
-std::set<char> LettersOfManual() {
-    static const std::regex key(R"(Ctrl\+([A-Z])\b)");
-    const std::string page = Page("/packaging/man/quintave.1");
-    std::set<char> letters;
-    for (std::sregex_iterator it(page.begin(), page.end(), key), end; it != end; ++it)
-        letters.insert((*it)[1].str()[0]);
     return letters;
 }
 
@@ -69,14 +82,23 @@ protected:
 
 } // namespace
 
+TEST_F(GuideKeys, AreListedAsTheTableOfCommandsHasThem) {
+    EXPECT_THAT(Page(Guide), testing::HasSubstr(Joined(KeyLines(GuideLine))));
+    EXPECT_THAT(Page("/packaging/man/quintave.1"), testing::HasSubstr(Joined(KeyLines(ManualLine))));
+}
+
 TEST_F(GuideKeys, OfTheTableAreThoseThatTheProgramTakes) {
-    const std::set<char> everywhere = LettersOf("everywhere");
+    std::set<char> everywhere;
+    std::set<char> inGroup;
+    for (const Command &command : Commands()) {
+        if (KeyOf(command) == 0) continue;
+        inGroup.insert(static_cast<char>(KeyOf(command)));
+        if (!command.InGroupOnly) everywhere.insert(static_cast<char>(KeyOf(command)));
+    }
+    EXPECT_EQ(everywhere, std::set<char>({'A', 'F', 'P', 'Q', 'R', 'S'}));
     EXPECT_EQ(LettersTaken(false), everywhere);
-    std::set<char> inGroup = LettersOf("in a group");
-    inGroup.insert(everywhere.begin(), everywhere.end());
     EXPECT_EQ(LettersTaken(true), inGroup);
     EXPECT_EQ(LettersOfReadme(), inGroup);
-    EXPECT_EQ(LettersOfManual(), inGroup);
 }
 
 TEST_F(GuideKeys, TheTemplateOfTheGuideIsLoadedAndFilledIn) {
