@@ -37,7 +37,7 @@ QPoint InWindow(const QWidget &widget, const QPoint &point) { return widget.mapT
 
 QPoint PointOfRow(QListView &list, int row) {
     const QModelIndex index = list.model()->index(row, 0);
-    list.scrollTo(index);
+    if (!list.visualRect(index).intersects(list.viewport()->rect())) list.scrollTo(index);
     return list.viewport()->mapTo(&list, list.visualRect(index).intersected(list.viewport()->rect()).center());
 }
 

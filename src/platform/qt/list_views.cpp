@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QListView>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QTimer>
@@ -122,6 +123,11 @@ public:
 
     void keyboardSearch(const QString & /*text*/) override {}
 
+    // What is seen of a row under a pressed mouse stays there: the toolkit would go on with the row that came under it.
+    void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override {
+        if (!mouseWorks || !visualRect(index).intersects(viewport()->rect())) QListView::scrollTo(index, hint);
+    }
+
     // All rows are equally high and as wide as the longest may be: the toolkit's list would lay out every one of them
     // anew because one has another text.
     void dataChanged(const QModelIndex &first, const QModelIndex &last, const QList<int> &roles) override {
@@ -161,6 +167,7 @@ protected:
     }
 
     void mousePressEvent(QMouseEvent *event) override {
+        const QScopedValueRollback working(mouseWorks, true);
         Report([this] { UserPressesMouse(of); });
         selected = false;
         QListView::mousePressEvent(event);
@@ -168,6 +175,11 @@ protected:
         // A click on the row that is selected already is a click all the same.
         if (of.TakesFocus && at.isValid() && !selected && event->button() == Qt::LeftButton)
             Report([&] { UserSelects(of, ToInteger(at.row())); });
+    }
+
+    void mouseMoveEvent(QMouseEvent *event) override {
+        const QScopedValueRollback working(mouseWorks, true);
+        QListView::mouseMoveEvent(event);
     }
 
     void mouseDoubleClickEvent(QMouseEvent *event) override {
@@ -204,6 +216,7 @@ private:
     RowsModel *rows;
     int room = 0;          // height that a list of fixed height may take; 0 before it is known
     bool selected = false; // the present mouse press has selected another row
+    bool mouseWorks = false;
 };
 
 class ComboRows : public Focusable<QComboBox> {
