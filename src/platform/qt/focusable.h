@@ -13,6 +13,9 @@ Integer KeyCodeOf(const QKeyEvent &event);
 // Reports a key. False where the widget must not act on it.
 bool ReportKey(Control &control, const QKeyEvent &event);
 
+// Reports a character that was composed from several keys, or by an input method. False where it is discarded.
+bool ReportComposed(Control &control, const QString &character);
+
 template <class Widget> class Focusable : public Widget {
 public:
     Focusable(Control &control, QWidget *parent) : Widget(parent), of(control) {}

@@ -3,7 +3,8 @@
 
 namespace {
 
-constexpr Integer OtherKey = 255; // a key of no meaning to the program
+constexpr Integer OtherKey = 255;    // a key of no meaning to the program
+constexpr Integer ComposedKey = 229; // no key of its own
 
 Integer ShiftStateOf(const QKeyEvent &event) {
     int state = 0;
@@ -61,5 +62,11 @@ bool ReportKey(Control &control, const QKeyEvent &event) {
         const std::string character = CharacterOf(event, keyCode, shift);
         if (!character.empty()) passed = UserKeyPress(control, character);
     });
+    return passed;
+}
+
+bool ReportComposed(Control &control, const QString &character) {
+    bool passed = true;
+    Report([&] { passed = UserKeyDown(control, ComposedKey, 0) && UserKeyPress(control, character.toStdString()); });
     return passed;
 }

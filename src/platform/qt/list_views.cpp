@@ -3,7 +3,9 @@
 #include "platform/qt/text.h"
 
 #include <QAbstractListModel>
+#include <QApplication>
 #include <QComboBox>
+#include <QInputMethodEvent>
 #include <QLabel>
 #include <QListView>
 #include <QPainter>
@@ -137,6 +139,7 @@ public:
 protected:
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override {
         QListView::currentChanged(current, previous);
+        TakeComposedInput();
         if (IsShowingChanges() || current.row() == of.ListIndex) return;
         selected = true;
         Report([&] { UserSelects(of, ToInteger(current.row())); });
@@ -166,6 +169,25 @@ protected:
         if (ReportKey(of, *event) && moves) QListView::keyPressEvent(event);
     }
 
+    void focusInEvent(QFocusEvent *event) override {
+        Focusable::focusInEvent(event);
+        TakeComposedInput();
+    }
+
+    // The first character may move the focus: what follows it is for what has the focus then.
+    void inputMethodEvent(QInputMethodEvent *event) override {
+        const QString text = event->commitString().normalized(QString::NormalizationForm_C);
+        event->accept();
+        if (text.isEmpty()) return;
+        const QString first = text.left(text[0].isHighSurrogate() ? 2 : 1);
+        ReportComposed(of, first);
+        QWidget *const next = QApplication::focusWidget();
+        if (first == text || next == nullptr) return;
+        QInputMethodEvent rest;
+        rest.setCommitString(text.mid(first.size()));
+        QCoreApplication::sendEvent(next, &rest);
+    }
+
     void mousePressEvent(QMouseEvent *event) override {
         const QScopedValueRollback working(mouseWorks, true);
         Report([this] { UserPressesMouse(of); });
@@ -188,6 +210,9 @@ protected:
     }
 
 private:
+    // The toolkit takes it away from a list whose rows cannot be edited.
+    void TakeComposedInput() { setAttribute(Qt::WA_InputMethodEnabled, of.TakesFocus); }
+
     // An assistive program selects a row without making it the current one, which the user's hand does.
     void FollowSelection() {
         const QModelIndexList chosen = selectionModel()->selectedIndexes();

@@ -12,8 +12,7 @@
 
 namespace {
 
-constexpr Integer ComposedKey = 229; // a character composed by an input method
-constexpr int LongBoxLines = 2;      // from this height on a box of one value wraps its text
+constexpr int LongBoxLines = 2; // from this height on a box of one value wraps its text
 
 class TextEdit : public Focusable<QPlainTextEdit> {
 public:
@@ -57,10 +56,8 @@ protected:
         if (composed.isEmpty()) return;
         bool foreign = false;
         PastedText(of, composed.toStdString(), foreign);
-        bool taken = true;
-        if (composed.toUcs4().size() == 1 && !foreign)
-            Report([&] { taken = UserKeyDown(of, ComposedKey, 0) && UserKeyPress(of, composed.toStdString()); });
-        if (taken) InsertForeign(composed);
+        const bool one = composed.toUcs4().size() == 1 && !foreign;
+        if (!one || ReportComposed(of, composed)) InsertForeign(composed);
     }
 
 private:
