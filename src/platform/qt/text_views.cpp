@@ -1,18 +1,39 @@
 // Text boxes (views.h). What a pasted text becomes is the program's rule: PastedText in platform/controls.h.
+#include "platform/codepage.h"
 #include "platform/qt/focusable.h"
 #include "platform/qt/text.h"
 
 #include <QInputMethodEvent>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QScopedValueRollback>
 #include <QTextBlock>
 #include <QTextDocument>
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace {
 
 constexpr int LongBoxLines = 2; // from this height on a box of one value wraps its text
+
+// Where one text differs from another: what is gone from the first one there, and what was put in its place.
+struct Difference {
+    qsizetype At, Gone, Put;
+};
+
+Difference DifferenceOf(const QString &before, const QString &after) {
+    const auto [b, a] = std::mismatch(before.begin(), before.end(), after.begin(), after.end());
+    const auto [rb, ra] = std::mismatch(std::reverse_iterator(before.end()), std::reverse_iterator(b),
+                                        std::reverse_iterator(after.end()), std::reverse_iterator(a));
+    return {b - before.begin(), rb.base() - b, ra.base() - a};
+}
+
+enum class Edit : std::uint8_t { None, New, Step }; // Step: undo or redo
+
+// A text as the toolkit holds it.
+QString Shown(const std::string &bytes) { return ToLines(bytes).replace('\n', QChar::ParagraphSeparator); }
 
 class TextEdit : public Focusable<QPlainTextEdit> {
 public:
@@ -37,10 +58,12 @@ public:
 protected:
     void keyPressEvent(QKeyEvent *event) override {
         if (!ReportKey(of, *event)) return;
-        if (KeyCodeOf(*event) != EnterCode)
-            QPlainTextEdit::keyPressEvent(event);
-        else if (of.ManyLines && !of.ReadOnly)
-            insertPlainText("\n");
+        if (event->matches(QKeySequence::Undo) || event->matches(QKeySequence::Redo))
+            return Step(event->matches(QKeySequence::Undo));
+        if (KeyCodeOf(*event) != EnterCode) return QPlainTextEdit::keyPressEvent(event);
+        if (!of.ManyLines || of.ReadOnly) return;
+        insertPlainText("\n");
+        ensureCursorVisible();
     }
 
     bool canInsertFromMimeData(const QMimeData *source) const override { return source->hasText(); }
@@ -79,32 +102,82 @@ private:
     }
 
     // toPlainText() would turn no-break spaces into blanks.
+    QString Raw() const { return document()->toRawText(); }
+
+    static std::string InBytes(QString raw, bool &foreign) {
+        return FromUtf8(raw.replace(QChar::ParagraphSeparator, "\r\n").toStdString(), &foreign);
+    }
+
+    // The text with what the user has put in as a report can hold it; what was there before stays as it is, and so
+    // does what comes back by undo. Keys and the clipboard give nothing else, but a screen reader may.
     std::string TextInBytes(bool &foreign) const {
-        return PastedText(of, document()->toRawText().toStdString(), foreign);
+        const QString now = Raw();
+        const Difference changed = DifferenceOf(known, now);
+        const QString put = now.mid(changed.At, changed.Put);
+        const std::string bytes =
+            edit == Edit::Step ? InBytes(put, foreign) : PastedText(of, put.toStdString(), foreign);
+        return InBytes(now.left(changed.At), foreign) + bytes + InBytes(now.mid(changed.At + changed.Put), foreign);
     }
 
     void ReportText() {
         if (IsShowingChanges()) return;
         bool foreign = false;
         const std::string text = TextInBytes(foreign);
-        if (text == of.Text) return;
         const long caret = CaretInBytes();
+        known = Raw();
+        const QScopedValueRollback answering(edit, edit == Edit::None ? Edit::New : edit);
         Report([&] {
             // What is dropped into a box, or put there by a screen reader, is only stored by a box that is left again.
             UserEnters(of);
-            UserEdits(of, text, caret);
+            if (text != of.Text) UserEdits(of, text, caret);
+            // What was left out of the text must not stay on the screen.
+            if (!ShowsText()) SetText(of, of.Text, of.Caret);
         });
-        // A screen reader can put any text here; what was left out of it must not stay on the screen.
-        if (foreign) Report([this] { SetText(of, of.Text, of.Caret); });
     }
 
+    bool ShowsText() const { return Shown(of.Text) == known; }
+
+    // Undo or redo, up to a text that the program takes and that is another one: its corrections are steps, too.
+    void Step(bool back) {
+        const std::string before = of.Text;
+        bool more = true;
+        while (more && (back ? document()->isUndoAvailable() : document()->isRedoAvailable())) {
+            const QScopedValueRollback stepping(edit, Edit::Step);
+            back ? undo() : redo();
+            more = !ShowsText() || of.Text == before;
+        }
+        const QScopedValueRollback answering(edit, Edit::New);
+        if (!ShowsText()) Report([this] { SetText(of, of.Text, of.Caret); });
+    }
+
+    // A text of the program's begins a new history, its correction of an edit does not.
     void ShowText() {
-        bool foreign = false;
-        if (TextInBytes(foreign) != of.Text || foreign) setPlainText(ToLines(of.Text));
+        if (edit != Edit::Step) Fill(Shown(of.Text));
+    }
+
+    void Fill(const QString &text) {
+        if (edit != Edit::None)
+            Correct(text);
+        else if (text != Raw())
+            setPlainText(ToLines(of.Text));
+        else
+            document()->clearUndoRedoStacks();
+        known = Raw();
         QTextCursor cursor = textCursor();
         cursor.setPosition(std::min(PositionOfCaret(), document()->characterCount() - 1));
         setTextCursor(cursor);
     }
+
+    void Correct(const QString &text) {
+        const Difference wrong = DifferenceOf(Raw(), text);
+        QTextCursor cursor(document());
+        cursor.setPosition(static_cast<int>(wrong.At));
+        cursor.setPosition(static_cast<int>(wrong.At + wrong.Gone), QTextCursor::KeepAnchor);
+        if (cursor.hasSelection() || wrong.Put > 0) cursor.insertText(text.mid(wrong.At, wrong.Put));
+    }
+
+    QString known;          // the text as it was looked at last
+    Edit edit = Edit::None; // what the program answers now by its changes
 };
 
 } // namespace
