@@ -21,6 +21,9 @@ Control *FocusedControl = nullptr;
 // Handlers at work, each begun in the middle of the one before it.
 int Depth = 0;
 
+// Dialogues that wait for their answers, each opened in the middle of the one before it.
+int Waiting = 0;
+
 // The controls with unshown changes, each once.
 std::vector<Control *> ChangedControls;
 
@@ -57,6 +60,14 @@ template <class Act> void AtTheEdge(Act act) {
     const Integer fault = FaultOf(act);
     if (fault != 0) MsgBox("Error: " + ErrorText(fault), CriticalIcon, "Quintave");
     --Depth;
+}
+
+// An act of the user on a control. The front may have shown its effect already: a refused one is taken back.
+template <class Act> void AsUser(Control &control, Act act) {
+    if (Waiting > 0)
+        Note(control, TextAspect | IndexAspect | RangeAspect);
+    else
+        AtTheEdge(act);
 }
 
 // The focus leaves its control, which was hidden or disabled or is about to be left.
@@ -208,38 +219,43 @@ void SetFocus(Control &control) {
     FireIndexed(control, Event::GotFocus);
 }
 
+WaitingForAnswer::WaitingForAnswer() { ++Waiting; }
+WaitingForAnswer::~WaitingForAnswer() { --Waiting; }
+
+bool IsWaitingForAnswer() { return Waiting > 0; }
+
 void UserEnters(Control &control) {
-    AtTheEdge([&] { SetFocus(control); });
+    AsUser(control, [&] { SetFocus(control); });
 }
 
 // Whoever acts on a control has left the one before it, a screen reader that acts without moving the focus included.
 void UserSelects(Control &list, Integer row) {
-    AtTheEdge([&] {
+    AsUser(list, [&] {
         SetFocus(list);
         SetListIndex(list, row);
     });
 }
 
 void UserDoubleClicks(Control &list) {
-    AtTheEdge([&] {
+    AsUser(list, [&] {
         SetFocus(list);
         FireIndexed(list, Event::DblClick);
     });
 }
 
 void UserPressesMouse(Control &control) {
-    AtTheEdge([&] { FireIndexed(control, Event::MouseDown); });
+    AsUser(control, [&] { FireIndexed(control, Event::MouseDown); });
 }
 
 void UserPresses(Control &button) {
-    AtTheEdge([&] {
+    AsUser(button, [&] {
         SetFocus(button);
         if (IsUsable(button)) FireIndexed(button, Event::Click);
     });
 }
 
 void UserScrolls(Control &bar, Integer value) {
-    AtTheEdge([&] {
+    AsUser(bar, [&] {
         SetFocus(bar);
         SetValue(bar, value);
     });
@@ -260,6 +276,7 @@ void UserCloses(Control &form) {
 }
 
 bool UserKeyDown(Control &control, Integer keyCode, Integer shift) {
+    if (Waiting > 0) return false;
     // With Ctrl alone the toolkit keeps the clipboard and undo; every other letter would do things of its own in a box.
     constexpr std::string_view LeftToTheToolkit = "CVXZ";
     const bool letter = keyCode >= 'A' && keyCode <= 'Z';
@@ -272,6 +289,7 @@ bool UserKeyDown(Control &control, Integer keyCode, Integer shift) {
 bool UserKeyPress(Control &control, std::string_view character) {
     const std::u32string characters = Characters(character);
     if (characters.size() != 1) return !characters.empty();
+    if (Waiting > 0) return false;
     const auto byte = ToCodePage(characters[0]);
     if (!byte) {
         AtTheEdge([&] { Fire<TextHandler>(control, Event::ForeignKey, character); });
@@ -283,9 +301,11 @@ bool UserKeyPress(Control &control, std::string_view character) {
 }
 
 void UserEdits(Control &box, std::string_view text, long caret) {
-    box.Text = text;
-    box.Caret = caret;
-    AtTheEdge([&] { FireIndexed(box, Event::Change); });
+    AsUser(box, [&] {
+        box.Text = text;
+        box.Caret = caret;
+        FireIndexed(box, Event::Change);
+    });
 }
 
 std::string PastedText(const Control &box, std::string_view utf8, bool &foreign) {
@@ -310,7 +330,7 @@ std::string PastedText(const Control &box, std::string_view utf8, bool &foreign)
 }
 
 void UserPastedForeign(Control &box) {
-    AtTheEdge([&] { FireIndexed(box, Event::ForeignPaste); });
+    AsUser(box, [&] { FireIndexed(box, Event::ForeignPaste); });
 }
 
 std::vector<Control *> TakeChanges() { return std::exchange(ChangedControls, {}); }

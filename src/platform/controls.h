@@ -169,6 +169,18 @@ void SetFocus(Control &control);
 // The control and all that it stands in are visible and enabled.
 bool IsUsable(const Control &control);
 
+// As long as one lives, a dialogue waits for its answer: what the user does to a control meanwhile, by an assistive
+// program that reaches behind the dialogue, changes nothing.
+class WaitingForAnswer {
+public:
+    WaitingForAnswer();
+    ~WaitingForAnswer();
+    WaitingForAnswer(const WaitingForAnswer &) = delete;
+    WaitingForAnswer &operator=(const WaitingForAnswer &) = delete;
+};
+
+bool IsWaitingForAnswer();
+
 // Acts of the user, reported by the front.
 
 void UserEnters(Control &control); // the focus came by Tab or by a mouse click

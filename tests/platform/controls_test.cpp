@@ -424,3 +424,33 @@ TEST(ConsoleDialogs, AnswerWithTheDefaultButton) {
     EXPECT_EQ(DefaultAnswer(YesNoCancel), YesAnswer);
     EXPECT_EQ(DefaultAnswer(YesNoCancel + SecondIsDefault), NoAnswer);
 }
+
+TEST_F(Controls, WhileADialogueWaitsForItsAnswerTheUserChangesNothing) {
+    SetFocus(Button);
+    Log.clear();
+    TakeChanges();
+    {
+        const WaitingForAnswer waiting;
+        EXPECT_TRUE(IsWaitingForAnswer());
+        UserPresses(Button);
+        UserEnters(Box);
+        UserEdits(Box, "text", 4);
+        UserPastedForeign(Box);
+        UserSelects(List, 1);
+        UserDoubleClicks(List);
+        UserPressesMouse(List);
+        UserScrolls(Bar, 3);
+        EXPECT_FALSE(UserKeyDown(Box, 'A', 0));
+        EXPECT_FALSE(UserKeyPress(Box, "a"));
+        EXPECT_THAT(Events(), IsEmpty());
+        EXPECT_EQ(Focused(), &Button);
+        EXPECT_EQ(std::tie(Box.Text, List.ListIndex, Bar.Value), std::make_tuple("", -1, 1));
+    }
+    // What the front has shown of it is to be shown as it is.
+    EXPECT_TRUE(Box.Changed & TextAspect);
+    EXPECT_TRUE(List.Changed & IndexAspect);
+    EXPECT_TRUE(Bar.Changed & RangeAspect);
+    EXPECT_FALSE(IsWaitingForAnswer());
+    UserPresses(Button);
+    EXPECT_THAT(Events(), ElementsAre("click"));
+}

@@ -2,6 +2,7 @@
 #include "platform/dialogs.h"
 
 #include "platform/codepage.h"
+#include "platform/controls.h"
 #include "platform/qt/text.h"
 #include "platform/qt/window.h"
 
@@ -98,6 +99,7 @@ QString FilterOf(const std::string &filter) {
 
 Answer ShowMessage(const QString &text, int style, std::string_view title) {
     ShowChanges();
+    const WaitingForAnswer waiting;
     MessageBox box(MainWindow(), (style & ButtonsMask) != YesNo);
     box.setWindowTitle(AsMessage(title));
     box.setTextFormat(Qt::PlainText);
@@ -123,6 +125,7 @@ void TellUtf8(std::string_view utf8, std::string_view title) {
 
 std::string InputBox(std::string_view prompt, std::string_view title, std::string_view proposal) {
     ShowChanges();
+    const WaitingForAnswer waiting;
     QInputDialog box(MainWindow());
     box.setWindowTitle(AsMessage(title));
     box.setLabelText(AsMessage(prompt));
@@ -133,6 +136,7 @@ std::string InputBox(std::string_view prompt, std::string_view title, std::strin
 
 void ShowOpen(CommonDialog &dialog) {
     ShowChanges();
+    const WaitingForAnswer waiting;
     dialog.FileName = QFile::encodeName(QFileDialog::getOpenFileName(MainWindow(), AsMessage(dialog.Title),
                                                                      NameOf(dialog.InitDir + dialog.FileName),
                                                                      FilterOf(dialog.Filter), nullptr,
@@ -142,6 +146,7 @@ void ShowOpen(CommonDialog &dialog) {
 
 void ShowSave(CommonDialog &dialog) {
     ShowChanges();
+    const WaitingForAnswer waiting;
     QFileDialog::Options options = QFileDialog::HideNameFilterDetails;
     if ((dialog.Flags & OverwritePrompt) == 0) options |= QFileDialog::DontConfirmOverwrite;
     dialog.FileName = QFile::encodeName(QFileDialog::getSaveFileName(MainWindow(), AsMessage(dialog.Title),

@@ -57,7 +57,7 @@ void AskBeforeSessionEnd(bool (*maySave)()) {
     QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp, [maySave](QSessionManager &manager) {
         if (!manager.allowsInteraction()) return;
         // An open dialogue waits for its answer, as it does when the window is closed.
-        bool goesOn = QApplication::activeModalWidget() == nullptr;
+        bool goesOn = !IsWaitingForAnswer();
         if (goesOn) Report([&] { RunAsEvent([&] { goesOn = maySave(); }); });
         // A release would let the session go on: no refusal is heard after it.
         goesOn ? manager.release() : manager.cancel();

@@ -54,7 +54,7 @@ protected:
     void closeEvent(QCloseEvent *event) override {
         if (MayCloseUnasked) return;
         bool closes = false;
-        Report([&] { RunAsEvent([&] { closes = mayClose(); }); });
+        if (!IsWaitingForAnswer()) Report([&] { RunAsEvent([&] { closes = mayClose(); }); });
         event->setAccepted(closes);
     }
 
