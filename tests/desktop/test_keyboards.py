@@ -2,7 +2,7 @@
 
 import unittest
 
-from case import DesktopTest, start_entry, value_of
+from case import SAVE_TITLE, DesktopTest, cancel_dialog, open_box, start_entry, value_of
 
 # Keys by what stands on them in the United States.
 KEY = {"q": 24, "e": 26, "[": 34, "a": 38, "s": 39, "d": 40, "'": 48, "x": 53, "c": 54, "v": 55, "space": 65, "2": 11}
@@ -60,6 +60,34 @@ class Keyboards(DesktopTest):
             self.press(desk, "'", "e")
             desk.wait_for(lambda: value_of(desk, "Kind"), "a choice in its row")
             self.assertEqual(value_of(desk, "Kind"), "\u00c9cole")
+
+    def test_commands_and_the_clipboard_on_a_keyboard_without_latin_letters(self):
+        with self.desk() as desk:
+            start_entry(desk)
+            for layout in ("ru", "gr"):
+                self.use(desk, layout)
+                self.press(desk, "ctrl+s")
+                cancel_dialog(desk, SAVE_TITLE)
+                desk.wait_focus("Fields")
+            self.use(desk, "us")
+            open_box(desk, "Title", "x")
+            self.use(desk, "ru")
+            desk.key("shift+Home")
+            self.press(desk, "ctrl+c", "ctrl+x")
+            desk.wait_for(lambda: desk.text_of("Value") == "", "the end of what was cut")
+            self.press(desk, "ctrl+v", "ctrl+v")
+            desk.wait_for(lambda: desk.text_of("Value") == "xx", "what was cut, twice")
+
+    def test_ctrl_and_alt_type_nothing(self):
+        with self.desk() as desk:
+            start_entry(desk)
+            for layout in ("cz", "ru", "us"):
+                self.use(desk, layout)
+                self.press(desk, "ctrl+2", "ctrl+shift+2", "ctrl+alt+2", "alt+x", "super+x")
+                self.assertEqual((desk.message(), desk.focus_name()), (None, "Fields"))
+            open_box(desk, "Title", "a")
+            self.press(desk, "alt+x", "ctrl+alt+2", "super+x")
+            self.assertEqual(desk.text_of("Value"), "a")
 
 
 if __name__ == "__main__":

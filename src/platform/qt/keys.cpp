@@ -1,6 +1,9 @@
 // Keys of the toolkit as the program knows them (focusable.h).
 #include "platform/qt/focusable.h"
 
+#include <string_view>
+#include <utility>
+
 namespace {
 
 constexpr Integer OtherKey = 255;    // a key of no meaning to the program
@@ -19,13 +22,34 @@ bool IsModifier(int key) {
            key == Qt::Key_Meta || key == Qt::Key_CapsLock || key == Qt::Key_NumLock;
 }
 
+// The letter on this key in the United States; 0 for a key without one. X11 and Wayland number keys alike.
+Integer LetterAt(quint32 key) {
+    constexpr std::pair<quint32, std::string_view> Rows[] = {{24, "QWERTYUIOP"}, {38, "ASDFGHJKL"}, {52, "ZXCVBNM"}};
+    for (const auto &[first, letters] : Rows)
+        if (key >= first && key - first < letters.size()) return static_cast<unsigned char>(letters[key - first]);
+    return 0;
+}
+
+bool IsLetterOfAnotherScript(int key) {
+    if (key < 0x80 || key > static_cast<int>(QChar::LastValidCodePoint)) return false;
+    const auto character = static_cast<char32_t>(key);
+    return QChar::isLetter(character) && QChar::script(character) != QChar::Script_Latin;
+}
+
+// Pressed to do something, not to type.
+bool IsChord(const QKeyEvent &event) {
+    return event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+}
+
 // The character that a key gives; "" for none, "\n" for Ctrl+Enter.
 std::string CharacterOf(const QKeyEvent &event, Integer keyCode, Integer shift) {
     if (keyCode == EnterCode) return shift == CtrlMask ? "\n" : "\r";
     if (keyCode == BackspaceCode) return "\b";
     if (event.key() == Qt::Key_Escape) return "\x1b";
     const QString text = event.text();
-    return text.isEmpty() || text[0].unicode() < ' ' || text[0].unicode() == 0x7F ? "" : text.toStdString();
+    return IsChord(event) || text.isEmpty() || text[0].unicode() < ' ' || text[0].unicode() == 0x7F
+               ? ""
+               : text.toStdString();
 }
 
 } // namespace
@@ -34,6 +58,7 @@ Integer KeyCodeOf(const QKeyEvent &event) {
     const int key = event.key();
     if ((key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9) || key == Qt::Key_Space)
         return static_cast<Integer>(key);
+    if (IsLetterOfAnotherScript(key) && LetterAt(event.nativeScanCode()) != 0) return LetterAt(event.nativeScanCode());
     switch (key) {
     case Qt::Key_Backspace: return BackspaceCode;
     case Qt::Key_Return:
@@ -58,6 +83,9 @@ bool ReportKey(Control &control, const QKeyEvent &event) {
     bool passed = true;
     Report([&] {
         passed = UserKeyDown(control, keyCode, shift);
+        // A box would take what such a key gives with Alt.
+        if (IsChord(event) && !event.text().isEmpty() && event.text()[0].isPrint())
+            passed = passed && shift == CtrlMask;
         if (!passed) return;
         const std::string character = CharacterOf(event, keyCode, shift);
         if (!character.empty()) passed = UserKeyPress(control, character);

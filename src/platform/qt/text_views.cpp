@@ -58,12 +58,16 @@ public:
 protected:
     void keyPressEvent(QKeyEvent *event) override {
         if (!ReportKey(of, *event)) return;
-        if (event->matches(QKeySequence::Undo) || event->matches(QKeySequence::Redo))
-            return Step(event->matches(QKeySequence::Undo));
-        if (KeyCodeOf(*event) != EnterCode) return QPlainTextEdit::keyPressEvent(event);
-        if (!of.ManyLines || of.ReadOnly) return;
-        insertPlainText("\n");
-        ensureCursorVisible();
+        const Integer keyCode = KeyCodeOf(*event);
+        // The toolkit knows its shortcuts by Latin letters.
+        const bool letter = keyCode >= 'A' && keyCode <= 'Z';
+        QKeyEvent key(event->type(), letter ? keyCode : event->key(), event->modifiers(), event->text());
+        if (keyCode == EnterCode)
+            BreakLine();
+        else if (key.matches(QKeySequence::Undo) || key.matches(QKeySequence::Redo))
+            Step(key.matches(QKeySequence::Undo));
+        else
+            QPlainTextEdit::keyPressEvent(&key);
     }
 
     bool canInsertFromMimeData(const QMimeData *source) const override { return source->hasText(); }
@@ -84,6 +88,12 @@ protected:
     }
 
 private:
+    void BreakLine() {
+        if (!of.ManyLines || of.ReadOnly) return;
+        insertPlainText("\n");
+        ensureCursorVisible();
+    }
+
     // A text that did not come by keys: as much of it as a report can hold.
     void InsertForeign(const QString &text) {
         bool foreign = false;
