@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 // A style is the sum of a set of buttons, an icon and the default button.
 enum MessageStyle : Integer {
@@ -38,13 +39,14 @@ std::string InputBox(std::string_view prompt, std::string_view title, std::strin
 enum DialogFlag : Integer { OverwritePrompt = 2, HideReadOnly = 4, FileMustExist = 4096 };
 
 // The common file dialog. FileName is the proposed name before, and afterwards the full path that was chosen, "" when
-// none was. The filter is "label|patterns|label|patterns", patterns separated by ";".
+// none was. The filter is "label|patterns|label|patterns", patterns separated by ";" and matched whatever the case.
 struct CommonDialog {
     std::string Title{};
     std::string InitDir{};
     std::string Filter{};
     std::string FileName{};
     Integer Flags = 0;
+    std::vector<std::string> Places{}; // directories that are offered beside the files
 };
 
 // May throw the error of a directory that cannot be shown.

@@ -26,13 +26,16 @@ void WriteTo(const std::string &path, bool temporary) {
     DropEarlierVersion(path, kept);
 }
 
-// False where the dialog itself failed and is to be shown again.
+// Proposes the path that was picked before, if any. False where the dialog itself failed and is to be shown again.
 bool AskForName(std::string &path) {
     KeepBeforeAsking();
+    std::string directory = ReportFileDir;
+    std::string name = HasRememberedName() ? FileMark : "";
+    if (!path.empty()) SplitPath(path, directory, name);
     Quintave.cmDialog = {.Title = "Name a Quintave report (*.RPX) output file...",
-                         .InitDir = ReportFileDir,
+                         .InitDir = directory,
                          .Filter = "Quintave Files(*.rpx)|*.rpx|All files(*.*)|*.*",
-                         .FileName = HasRememberedName() ? FileMark : "",
+                         .FileName = name,
                          .Flags = OverwritePrompt};
     try {
         ShowSave(Quintave.cmDialog);
@@ -107,8 +110,8 @@ void CommandSave_Click() {
 void CommandSaveAs_Click() {
     TmpStr.clear();
     if (!LeaveGroup()) return;
+    std::string path;
     while (true) {
-        std::string path;
         if (!AskForName(path)) continue;
         if (path.empty()) {
             TmpStr = "Cancel";

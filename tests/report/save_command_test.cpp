@@ -45,7 +45,9 @@ TEST_F(SaveCommand, ANameThatIsNoReportIsRefusedAndAskedForAgain) {
     Start(TwoFields);
     PickNames({PathOf("a.txt"), PathOf("b.rpx")});
     EXPECT_EQ(Dialogs.Messages, std::vector{NotAReportName});
-    EXPECT_EQ(Dialogs.Asked.size(), 2U);
+    ASSERT_EQ(Dialogs.Asked.size(), 2U);
+    EXPECT_EQ(Dialogs.Asked[1].Proposal, "a.txt");
+    EXPECT_EQ(Dialogs.Asked[1].Directory, folder.Path());
     EXPECT_FALSE(folder.Has("a.txt"));
     EXPECT_EQ(folder.Read("b.rpx"), ReportHeader);
 }

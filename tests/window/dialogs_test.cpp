@@ -8,10 +8,12 @@
 #include "window/templates.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
+#include <QUrl>
 
 namespace {
 
@@ -254,6 +256,51 @@ TEST_F(FileDialogs, TheTemplateDialogOnlyTakesAFileThatExists) {
         EXPECT_EQ(files.findChild<QLineEdit *>("fileNameEdit")->text(), "");
     });
     Click(Named("CommandTemplate"));
+}
+
+// The desktop's own dialogues would cut the labels and tell small letters from capital ones.
+TEST_F(FileDialogs, TheyAreTheToolkitsOwnOnEveryDesktop) {
+    EXPECT_TRUE(QCoreApplication::testAttribute(Qt::AA_DontUseNativeDialogs));
+    Look([](QFileDialog &files) { EXPECT_NE(files.findChild<QLineEdit *>("fileNameEdit"), nullptr); });
+    Click(Named("CommandAdd"));
+}
+
+TEST_F(FileDialogs, PlacesAreOfferedBesideTheFiles) {
+    ASSERT_TRUE(QDir(QString::fromStdString(folder.Path())).mkdir("templates"));
+    CommonDialog dialog{.Title = "Pick", .InitDir = folder.Path(), .Places = {folder.Path() + "templates"}};
+    for (int time = 0; time < 2; ++time) {
+        Look([&](QFileDialog &files) {
+            EXPECT_EQ(files.sidebarUrls(),
+                      QList<QUrl>({QUrl("file:"), QUrl::fromLocalFile(QDir::homePath()),
+                                   QUrl::fromLocalFile(QString::fromStdString(folder.Path() + "templates"))}));
+        });
+        ShowOpen(dialog);
+    }
+    Look([](QFileDialog &files) { EXPECT_EQ(files.sidebarUrls().size(), 2); });
+    Click(Named("CommandAdd"));
+}
+
+TEST_F(FileDialogs, AProposedNameIsSelectedUpToItsEnding) {
+    for (const auto &[name, selected] : {std::pair{"wells.2004.rpx", "wells.2004"}, std::pair{"wells", "wells"}}) {
+        CommonDialog dialog{.Title = "Name", .InitDir = folder.Path(), .FileName = name};
+        Look([name = name, selected = selected](QFileDialog &files) {
+            Settle();
+            const auto *const edit = files.findChild<QLineEdit *>("fileNameEdit");
+            EXPECT_EQ(edit->text(), name);
+            EXPECT_EQ(edit->selectedText(), selected);
+        });
+        ShowSave(dialog);
+    }
+}
+
+TEST_F(FileDialogs, ARefusedNameIsProposedAgain) {
+    Dialogs.Pick(folder.Path() + "wells");
+    Dialogs.Press(QMessageBox::Ok);
+    Look([&](QFileDialog &files) {
+        EXPECT_EQ(files.directory().absolutePath().toStdString() + "/", folder.Path());
+        EXPECT_EQ(files.findChild<QLineEdit *>("fileNameEdit")->text(), "wells");
+    });
+    Click(Named("CommandSaveAs"));
 }
 
 // "*.*" means every file here, one without a dot in its name too.

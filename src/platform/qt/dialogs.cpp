@@ -7,12 +7,16 @@
 #include "platform/qt/window.h"
 
 #include <QCloseEvent>
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
+#include <QTimer>
+#include <QUrl>
 
 namespace {
 
@@ -88,6 +92,8 @@ Answer AnswerOf(int button) {
     }
 }
 
+QString NameOf(const std::string &name) { return QFile::decodeName(QByteArray::fromStdString(name)); }
+
 // "label|patterns|..." as the toolkit writes it: "label (patterns);;...". All files are those without a dot, too.
 QString FilterOf(const std::string &filter) {
     const QStringList parts = QString::fromStdString(filter).split('|');
@@ -96,6 +102,35 @@ QString FilterOf(const std::string &filter) {
         filters << parts[i] + " (" + QString(parts[i + 1]).replace("*.*", "*").replace(';', ' ').simplified() + ")";
     return filters.join(";;");
 }
+
+// The toolkit's own dialogue on every desktop (program.cpp).
+class FileDialog : public QFileDialog {
+public:
+    explicit FileDialog(const CommonDialog &dialog)
+        : QFileDialog(MainWindow(), AsMessage(dialog.Title), NameOf(dialog.InitDir), FilterOf(dialog.Filter)) {
+        ShowChanges();
+        setOption(HideNameFilterDetails);
+        QList<QUrl> places{QUrl("file:"), QUrl::fromLocalFile(QDir::homePath())};
+        for (const std::string &place : dialog.Places) places << QUrl::fromLocalFile(NameOf(place));
+        setSidebarUrls(places);
+        if (!dialog.FileName.empty()) selectFile(NameOf(dialog.FileName));
+    }
+
+    // Who types another name keeps the ending.
+    void SelectUpToEnding() {
+        auto *const name = findChild<QLineEdit *>("fileNameEdit");
+        QTimer::singleShot(0, name, [name] {
+            const qsizetype ending = name->text().lastIndexOf('.');
+            if (ending > 0) name->setSelection(0, static_cast<int>(ending));
+        });
+    }
+
+    // The full path that the user picks, "" for none.
+    std::string Pick() {
+        const WaitingForAnswer waiting;
+        return exec() == Accepted ? QFile::encodeName(selectedFiles().value(0)).toStdString() : "";
+    }
+};
 
 Answer ShowMessage(const QString &text, int style, std::string_view title) {
     ShowChanges();
@@ -110,8 +145,6 @@ Answer ShowMessage(const QString &text, int style, std::string_view title) {
     box.setDefaultButton(DefaultOf(style));
     return AnswerOf(box.exec());
 }
-
-QString NameOf(const std::string &name) { return QFile::decodeName(QByteArray::fromStdString(name)); }
 
 } // namespace
 
@@ -135,22 +168,15 @@ std::string InputBox(std::string_view prompt, std::string_view title, std::strin
 }
 
 void ShowOpen(CommonDialog &dialog) {
-    ShowChanges();
-    const WaitingForAnswer waiting;
-    dialog.FileName = QFile::encodeName(QFileDialog::getOpenFileName(MainWindow(), AsMessage(dialog.Title),
-                                                                     NameOf(dialog.InitDir + dialog.FileName),
-                                                                     FilterOf(dialog.Filter), nullptr,
-                                                                     QFileDialog::HideNameFilterDetails))
-                          .toStdString();
+    FileDialog box(dialog);
+    box.setFileMode(QFileDialog::ExistingFile);
+    dialog.FileName = box.Pick();
 }
 
 void ShowSave(CommonDialog &dialog) {
-    ShowChanges();
-    const WaitingForAnswer waiting;
-    QFileDialog::Options options = QFileDialog::HideNameFilterDetails;
-    if ((dialog.Flags & OverwritePrompt) == 0) options |= QFileDialog::DontConfirmOverwrite;
-    dialog.FileName = QFile::encodeName(QFileDialog::getSaveFileName(MainWindow(), AsMessage(dialog.Title),
-                                                                     NameOf(dialog.InitDir + dialog.FileName),
-                                                                     FilterOf(dialog.Filter), nullptr, options))
-                          .toStdString();
+    FileDialog box(dialog);
+    box.setAcceptMode(QFileDialog::AcceptSave);
+    box.setOption(QFileDialog::DontConfirmOverwrite, (dialog.Flags & OverwritePrompt) == 0);
+    box.SelectUpToEnding();
+    dialog.FileName = box.Pick();
 }

@@ -97,6 +97,8 @@ void StartProgram(int &argc, char **argv) {
     std::signal(SIGXFSZ, SIG_IGN); // a file that may not grow is told like a full disk
     // The toolkit's file dialog would write down where the user has been; nothing is kept between runs but his files.
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
+    // Those of other desktops cut the stated labels of file types, and tell small letters from capital ones.
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     auto *application = new QApplication(argc, argv); // lives as long as the process
     application->setApplicationName("quintave");
     application->setDesktopFileName("io.github.quintave.quintave"); // the desktop's entry, packaging/, is named so
