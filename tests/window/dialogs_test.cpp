@@ -303,6 +303,30 @@ TEST_F(FileDialogs, ARefusedNameIsProposedAgain) {
     Click(Named("CommandSaveAs"));
 }
 
+// What is typed counts, whatever is marked in the list at that time.
+TEST_F(FileDialogs, AFullPathIsTakenThoughADirectoryIsMarked) {
+    ASSERT_TRUE(QDir(QString::fromStdString(folder.Path())).mkdir("reports"));
+    CommonDialog dialog{.Title = "Pick", .InitDir = folder.Path(), .Filter = "Reports|*.rpx"};
+    Dialogs.Next([&](QDialog &box) {
+        const auto *const list = box.findChild<QListView *>("listView");
+        auto *const edit = box.findChild<QLineEdit *>("fileNameEdit");
+        box.activateWindow();
+        edit->setFocus();
+        Settle();
+        edit->setText(QString::fromStdString(folder.Path() + "old.rpx"));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return list->model()->rowCount(list->rootIndex()) == 3; }));
+        for (int row = 0; row < 3; ++row) {
+            const QModelIndex index = list->model()->index(row, 0, list->rootIndex());
+            if (index.data() == "reports")
+                list->selectionModel()->select(index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        }
+        QTest::keyClick(edit, Qt::Key_Return);
+        if (box.isVisible()) box.reject();
+    });
+    ShowOpen(dialog);
+    EXPECT_EQ(dialog.FileName, folder.Path() + "old.rpx");
+}
+
 // "*.*" means every file here, one without a dot in its name too.
 TEST_F(FileDialogs, AllFilesAreThoseWithoutADotToo) {
     folder.Write("README", "text");

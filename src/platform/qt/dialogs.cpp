@@ -14,6 +14,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QMessageBox>
 #include <QTimer>
 #include <QUrl>
@@ -118,8 +119,7 @@ public:
 
     // Who types another name keeps the ending.
     void SelectUpToEnding() {
-        auto *const name = findChild<QLineEdit *>("fileNameEdit");
-        QTimer::singleShot(0, name, [name] {
+        QTimer::singleShot(0, this, [this] {
             const qsizetype ending = name->text().lastIndexOf('.');
             if (ending > 0) name->setSelection(0, static_cast<int>(ending));
         });
@@ -130,6 +130,16 @@ public:
         const WaitingForAnswer waiting;
         return exec() == Accepted ? QFile::encodeName(selectedFiles().value(0)).toStdString() : "";
     }
+
+    // The toolkit would open a directory that is marked in the list, although a name was typed.
+    void accept() override {
+        if (name->hasFocus() || QDir::isAbsolutePath(name->text()))
+            findChild<QListView *>("listView")->clearSelection();
+        QFileDialog::accept();
+    }
+
+private:
+    QLineEdit *const name = findChild<QLineEdit *>("fileNameEdit");
 };
 
 Answer ShowMessage(const QString &text, int style, std::string_view title) {
