@@ -65,8 +65,10 @@ public:
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override {
         const int longest = static_cast<const RowsModel *>(index.model())->Longest();
         const int missing = longest - static_cast<int>(index.data().toString().size());
-        return QStyledItemDelegate::sizeHint(option, index) +
-               QSize(option.fontMetrics.horizontalAdvance('0') * std::max(missing, 0), 0);
+        // The margin behind a row need not be seen.
+        const int margin = option.widget->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, &option) + 1;
+        const int width = option.fontMetrics.horizontalAdvance(QString(std::max(missing, 0), '0'));
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(width - margin, 0);
     }
 };
 
@@ -118,9 +120,9 @@ public:
 
     void Refresh(unsigned aspects) {
         rows->Refresh(aspects, of.ChangedRows);
-        if (aspects & (RowsAspect | IndexAspect)) ShowSelection();
         if (aspects & PlaceAspect) setFixedWidth(Pixels(*this, of.Width));
         if (minimumHeight() == maximumHeight() && (aspects & (RowsAspect | PlaceAspect))) ShowWholeRows();
+        if (aspects & (RowsAspect | IndexAspect)) ShowSelection();
     }
 
     void keyboardSearch(const QString & /*text*/) override {}
@@ -231,11 +233,17 @@ private:
         setFixedHeight(around + (room - around) / row * row);
     }
 
+    // Of choices the next ones are to be seen too, or the first ones where none is chosen.
     void ShowSelection() {
         const QModelIndex index = of.ListIndex < 0 ? QModelIndex() : rows->index(of.ListIndex);
         if (!index.isValid()) clearSelection();
+        const QRect place = visualRect(index);
+        const bool seen = place.top() >= 0 && place.bottom() <= viewport()->rect().bottom();
         setCurrentIndex(index);
-        if (index.isValid()) scrollTo(index);
+        if (index.isValid())
+            scrollTo(index, seen || room == 0 ? EnsureVisible : PositionAtCenter);
+        else if (room > 0)
+            scrollToTop();
     }
 
     RowsModel *rows;
