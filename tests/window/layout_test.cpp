@@ -144,6 +144,18 @@ TEST_F(Layout, TheFieldListStaysWhereItIsWhileRowsAreSelected) {
     }
 }
 
+TEST_F(Layout, TheFieldListIsAsWideAfterAVisitToAGroupAsBefore) {
+    Start(AllKinds());
+    MainWindow()->resize(MainWindow()->minimumSizeHint());
+    Settle();
+    const QSize window = MainWindow()->size();
+    const QRect before(Fields().mapTo(MainWindow(), QPoint()), Fields().size());
+    DoubleClickRow(Fields(), SamplesRow);
+    Click(Named("GrpExit"));
+    EXPECT_EQ(QRect(Fields().mapTo(MainWindow(), QPoint()), Fields().size()), before);
+    EXPECT_EQ(MainWindow()->size(), window);
+}
+
 // The second click of a double-click on "OTHER..." must still find it.
 TEST_F(Layout, TheChoicesStayWhereTheyAreWhenTheOtherBoxOpens) {
     Start(AllKinds());

@@ -77,6 +77,13 @@ void AddFrameParts(const Place &place, QWidget *frame) {
     margins.setTop(margins.top() / 2); // the caption stands off by itself
     box->setContentsMargins(margins);
     AddParts(*box, place, frame);
+    // What fills a frame has its room there before it is shown for the first time.
+    for (const Place &part : place.Parts) {
+        if (part.Of == nullptr || part.Stretch == 0) continue;
+        QSizePolicy policy = WidgetOf(*part.Of)->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        WidgetOf(*part.Of)->setSizePolicy(policy);
+    }
 }
 
 QWidget *MakeControl(const Place &place, QWidget *parent) {
