@@ -3,7 +3,10 @@
 #include "platform/qt/focusable.h"
 #include "platform/qt/text.h"
 
+#include <QAction>
+#include <QContextMenuEvent>
 #include <QInputMethodEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QScopedValueRollback>
@@ -68,6 +71,14 @@ protected:
             Step(key.matches(QKeySequence::Undo));
         else
             QPlainTextEdit::keyPressEvent(&key);
+    }
+
+    // The toolkit's own menu names keys that mean something else here.
+    void contextMenuEvent(QContextMenuEvent *event) override {
+        QMenu *const menu = createStandardContextMenu(event->pos());
+        menu->setAttribute(Qt::WA_DeleteOnClose);
+        for (QAction *action : menu->actions()) CorrectEntry(*action);
+        menu->popup(event->globalPos());
     }
 
     bool canInsertFromMimeData(const QMimeData *source) const override { return source->hasText(); }
@@ -176,6 +187,21 @@ private:
         QTextCursor cursor = textCursor();
         cursor.setPosition(std::min(PositionOfCaret(), document()->characterCount() - 1));
         setTextCursor(cursor);
+    }
+
+    void CorrectEntry(QAction &entry) {
+        const QString name = entry.objectName();
+        if (name == "select-all") NameKey(entry, {});
+        if (name == "edit-paste") NameKey(entry, Qt::SHIFT | Qt::Key_Insert);
+        if (name == "edit-redo") NameKey(entry, Qt::CTRL | Qt::SHIFT | Qt::Key_Z);
+        if (name != "edit-undo" && name != "edit-redo") return;
+        entry.disconnect();
+        connect(&entry, &QAction::triggered, this, [this, back = name == "edit-undo"] { Step(back); });
+    }
+
+    static void NameKey(QAction &entry, const QKeySequence &key) {
+        const QString shown = key.toString(QKeySequence::NativeText);
+        entry.setText(entry.text().section('\t', 0, 0) + (shown.isEmpty() ? "" : '\t' + shown));
     }
 
     void Correct(const QString &text) {
