@@ -249,6 +249,15 @@ class Environment(StartTest):
                     desk.wait_for(lambda name=name: self.caption(desk, f"[Template: {name}] - RPX File(s): "), name)
                     self.assertGreater(desk.row_count("Fields"), 5)
 
+    def test_a_message_stands_in_the_middle_of_the_window(self):
+        report = self.new_folder() / "other.rpx"
+        report.write_bytes(self.report('2,1,"Not a title of the template","x"'))
+        with self.desk(args=[report]) as desk:
+            desk.wait_message()
+            (left, top, width, height), (x, y, box_width, box_height) = [node.extents for node in desk.app.children]
+            self.assertLess(abs(x + box_width / 2 - left - width / 2), 20)
+            self.assertLess(abs(y + box_height / 2 - top - height / 2), 40)  # the frames' titles count here
+
     def test_a_directory_of_any_name_can_be_worked_in(self):
         folder = self.new_folder() / "Daten für Ely (neu) €"
         self.new_resources().rename(folder)

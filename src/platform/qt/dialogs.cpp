@@ -23,6 +23,18 @@ namespace {
 
 constexpr int InputColumns = 70; // of an input box, which asks for a path
 
+// As long as a dialogue is open. Before it opens the window shows what has changed, and has its place on the screen.
+class Asking {
+public:
+    Asking() {
+        ShowChanges();
+        WaitForPlace();
+    }
+
+private:
+    WaitingForAnswer waiting;
+};
+
 // A box that only its buttons answer, where none of them means "no answer".
 class MessageBox : public QMessageBox {
 public:
@@ -109,7 +121,6 @@ class FileDialog : public QFileDialog {
 public:
     explicit FileDialog(const CommonDialog &dialog)
         : QFileDialog(MainWindow(), AsMessage(dialog.Title), NameOf(dialog.InitDir), FilterOf(dialog.Filter)) {
-        ShowChanges();
         setOption(HideNameFilterDetails);
         QList<QUrl> places{QUrl("file:"), QUrl::fromLocalFile(QDir::homePath())};
         for (const std::string &place : dialog.Places) places << QUrl::fromLocalFile(NameOf(place));
@@ -126,10 +137,7 @@ public:
     }
 
     // The full path that the user picks, "" for none.
-    std::string Pick() {
-        const WaitingForAnswer waiting;
-        return exec() == Accepted ? QFile::encodeName(selectedFiles().value(0)).toStdString() : "";
-    }
+    std::string Pick() { return exec() == Accepted ? QFile::encodeName(selectedFiles().value(0)).toStdString() : ""; }
 
     // The toolkit would open a directory that is marked in the list, although a name was typed.
     void accept() override {
@@ -143,8 +151,7 @@ private:
 };
 
 Answer ShowMessage(const QString &text, int style, std::string_view title) {
-    ShowChanges();
-    const WaitingForAnswer waiting;
+    const Asking asking;
     MessageBox box(MainWindow(), (style & ButtonsMask) != YesNo);
     box.setWindowTitle(AsMessage(title));
     box.setTextFormat(Qt::PlainText);
@@ -167,8 +174,7 @@ void TellUtf8(std::string_view utf8, std::string_view title) {
 }
 
 std::string InputBox(std::string_view prompt, std::string_view title, std::string_view proposal) {
-    ShowChanges();
-    const WaitingForAnswer waiting;
+    const Asking asking;
     QInputDialog box(MainWindow());
     box.setWindowTitle(AsMessage(title));
     box.setLabelText(AsMessage(prompt));
@@ -178,12 +184,14 @@ std::string InputBox(std::string_view prompt, std::string_view title, std::strin
 }
 
 void ShowOpen(CommonDialog &dialog) {
+    const Asking asking;
     FileDialog box(dialog);
     box.setFileMode(QFileDialog::ExistingFile);
     dialog.FileName = box.Pick();
 }
 
 void ShowSave(CommonDialog &dialog) {
+    const Asking asking;
     FileDialog box(dialog);
     box.setAcceptMode(QFileDialog::AcceptSave);
     box.setOption(QFileDialog::DontConfirmOverwrite, (dialog.Flags & OverwritePrompt) == 0);

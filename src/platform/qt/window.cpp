@@ -6,9 +6,12 @@
 
 #include <QBoxLayout>
 #include <QCloseEvent>
+#include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QStackedLayout>
 #include <QVariant>
+#include <QWindow>
 
 #include <algorithm>
 #include <unordered_map>
@@ -281,6 +284,17 @@ void Report(const std::function<void()> &act) {
     if (Reporting > 0 || TheWindow == nullptr) return;
     AdoptFocus();
     ShowChanges();
+}
+
+void WaitForPlace() {
+    constexpr qint64 MostMilliseconds = 1000; // a window that starts as a symbol is not placed
+    static bool placed = false;
+    if (placed || TheWindow == nullptr || !TheWindow->isVisible()) return;
+    QElapsedTimer waiting;
+    waiting.start();
+    while (!TheWindow->windowHandle()->isExposed() && waiting.elapsed() < MostMilliseconds)
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers, 10);
+    placed = true;
 }
 
 void CloseForGood() { MayCloseUnasked = true; }

@@ -24,5 +24,8 @@ void DropView(const Control &control);
 // Shows all changes that the program made to its controls since the last time.
 void ShowChanges();
 
+// Waits until the desktop has placed a window that was just shown: dialogues stand in the middle of it.
+void WaitForPlace();
+
 // The window closes without asking from now on.
 void CloseForGood();
