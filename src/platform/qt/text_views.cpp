@@ -131,28 +131,30 @@ private:
 
     // The text with what the user has put in as a report can hold it; what was there before stays as it is, and so
     // does what comes back by undo. Keys and the clipboard give nothing else, but a screen reader may.
-    std::string TextInBytes(bool &foreign) const {
-        const QString now = Raw();
+    std::string TextInBytes(const QString &now, bool &converted) const {
         const Difference changed = DifferenceOf(known, now);
         const QString put = now.mid(changed.At, changed.Put);
-        const std::string bytes =
-            edit == Edit::Step ? InBytes(put, foreign) : PastedText(of, put.toStdString(), foreign);
-        return InBytes(now.left(changed.At), foreign) + bytes + InBytes(now.mid(changed.At + changed.Put), foreign);
+        bool foreign = false;
+        const std::string bytes = InBytes(put, foreign);
+        const std::string fitting = edit == Edit::Step ? bytes : PastedText(of, put.toStdString(), foreign);
+        converted = foreign || fitting != bytes;
+        return InBytes(now.left(changed.At), foreign) + fitting + InBytes(now.mid(changed.At + changed.Put), foreign);
     }
 
     void ReportText() {
         if (IsShowingChanges()) return;
-        bool foreign = false;
-        const std::string text = TextInBytes(foreign);
+        const QString now = Raw();
+        bool converted = false;
+        const std::string text = TextInBytes(now, converted);
         const long caret = CaretInBytes();
-        known = Raw();
+        known = now;
         const QScopedValueRollback answering(edit, edit == Edit::None ? Edit::New : edit);
         Report([&] {
             // What is dropped into a box, or put there by a screen reader, is only stored by a box that is left again.
             UserEnters(of);
             if (text != of.Text) UserEdits(of, text, caret);
             // What was left out of the text must not stay on the screen.
-            if (!ShowsText()) SetText(of, of.Text, of.Caret);
+            if (converted || text != of.Text) SetText(of, of.Text, of.Caret);
         });
     }
 
