@@ -225,7 +225,7 @@ WaitingForAnswer::~WaitingForAnswer() { --Waiting; }
 bool IsWaitingForAnswer() { return Waiting > 0; }
 
 void UserEnters(Control &control) {
-    AsUser(control, [&] { SetFocus(control); });
+    if (Waiting == 0) AtTheEdge([&] { SetFocus(control); });
 }
 
 // Whoever acts on a control has left the one before it, a screen reader that acts without moving the focus included.

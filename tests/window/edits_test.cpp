@@ -66,6 +66,24 @@ TEST_F(Edits, AnotherOccurrencesTextDoesNotComeBack) {
     EXPECT_EQ(Text("Text1_4"), "");
 }
 
+TEST_F(Edits, AMessageLeavesTheHistoryAlone) {
+    Start(TextRows({"Title"}));
+    DoubleClickRow(Fields(), 0);
+    Type("ab");
+    Dialogs.Press(QMessageBox::Ok);
+    Type("|");
+    Undo();
+    EXPECT_EQ(Text("Text1_1"), "");
+    Redo();
+    Key(Qt::Key_Home);
+    QApplication::clipboard()->setText("Ω");
+    Dialogs.Press(QMessageBox::Ok);
+    Ctrl('V');
+    EXPECT_EQ(Text("Text1_1"), "?ab");
+    Undo();
+    EXPECT_EQ(Text("Text1_1"), "ab");
+}
+
 TEST_F(Edits, AtTheLimitTheHistoryStays) {
     Start({R"(1,5,"TEXT","A","","")"});
     DoubleClickRow(Fields(), 0);
