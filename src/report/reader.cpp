@@ -9,15 +9,28 @@
 #include "report/records.h"
 #include "report/title_index.h"
 
+#include <vector>
+
 namespace {
+
+// By element: this load has put a value into it.
+std::vector<bool> Filled;
+
+// The value of an element goes behind those that it holds. Nothing is asked at level 0: there the first value of a load
+// replaces what was on the screen, and each further one is a further instance.
+bool Adds(Integer element) {
+    const Integer level = FieldInfo[element][LevelItem];
+    if (level == 0 && MergeFlag == Undecided) return Filled[static_cast<std::size_t>(element)];
+    return level >= 0 && MergeFlag == AddInstances;
+}
 
 // Puts a value into the slot of an element, told before its choice file can fail and after its list may have refused
 // it.
 void StoreFieldValue(Integer element, const std::string &value) {
-    const Integer level = FieldInfo[element][LevelItem];
-    if (!ValueOf(element).empty() && level > 0) AskOverwriteFields();
+    if (!ValueOf(element).empty() && FieldInfo[element][LevelItem] > 0) AskOverwriteFields();
     std::string &slot = ValueOf(element);
-    const bool adds = level >= 0 && MergeFlag == AddInstances && !slot.empty();
+    const bool adds = !slot.empty() && Adds(element);
+    Filled[static_cast<std::size_t>(element)] = true;
     if (adds && value.empty()) return; // nothing to add
     if (!adds && !slot.empty() && slot != value) TellValueReplaced(element);
     if (adds)
@@ -86,6 +99,7 @@ LoadResult ReadReport(ItemInput &input, const LoadFront &front) {
         return LoadResult::Refused;
     }
     ForgetTitlesRead();
+    Filled.assign(static_cast<std::size_t>(NumFields) + 1, false);
     StartBlocks();
     bool whole = false;
     const Integer fault = FaultOf([&] {

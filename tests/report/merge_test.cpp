@@ -1,5 +1,6 @@
 // A report on top of entries: the one question of a load, and what each answer does to fields.
 #include "support/report_test.h"
+#include "support/template_lines.h"
 
 namespace {
 
@@ -57,6 +58,43 @@ TEST_F(Merge, AFilledFieldOfLevel0IsReplacedWhileNothingWasAsked) {
     Load({R"(0,1,"Zero","z")"});
     EXPECT_EQ(RowValue[2], "z");
     EXPECT_TRUE(Dialogs.Messages.empty());
+}
+
+TEST_F(Merge, SeveralRecordsOfOneLoadForAFieldOfLevel0AreItsInstances) {
+    Start(Fields);
+    RowValue[2] = "zero";
+    Load({R"(0,1,"Zero","x")", R"(0,1,"Zero","")", R"(0,1,"Zero","y")"});
+    EXPECT_EQ(RowValue[2], "x|y"); // an empty value adds nothing
+    Load({R"(0,1,"Zero","z")"});
+    EXPECT_EQ(RowValue[2], "z");
+    EXPECT_TRUE(Dialogs.Messages.empty());
+}
+
+TEST_F(Merge, AnAnswerGivenForAnotherFieldHoldsForLevel0Too) {
+    Start(Fields);
+    RowValue[0] = "old";
+    Dialogs.Answers = {YesAnswer};
+    Load({R"(0,1,"Zero","x")", R"(0,1,"Zero","y")", R"(1,1,"Title","a")", R"(0,1,"Zero","z")"});
+    EXPECT_EQ(RowValue[2], "z");
+    EXPECT_EQ(Dialogs.Messages, std::vector{FieldMergeMessage()});
+}
+
+TEST_F(Merge, AFieldOfLevel0ComesBackWithAllItsInstances) {
+    Start(Fields);
+    RowValue[2] = "Ann|Ben|Cy";
+    SaveAs("a.rpx");
+    Press(Quintave.CommandReset);
+    Add("a.rpx");
+    EXPECT_EQ(RowValue[2], "Ann|Ben|Cy");
+    EXPECT_EQ(Row(2), RowOf("Zero", "Ann|Ben|Cy"));
+    EXPECT_EQ(Quintave.FILabel[0].Caption, "1");
+    EXPECT_TRUE(Dialogs.Messages.empty());
+}
+
+TEST_F(Merge, WithoutInstancesTheLastRecordForAFieldOfLevel0Stays) {
+    Start(Fields, "QuintaveV2-");
+    Load({R"(0,1,"Zero","x")", R"(0,1,"Zero","y")"});
+    EXPECT_EQ(RowValue[2], "y");
 }
 
 TEST_F(Merge, AFieldOfNegativeLevelIsAlwaysReplacedAndNeverAskedAbout) {

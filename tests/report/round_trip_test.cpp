@@ -2,7 +2,7 @@
 //
 // What cannot come back stays out of them:
 // - an empty instance beside others: adding an empty value adds nothing;
-// - several instances of a field of level 0 or less: there each value replaces the one before it;
+// - several instances of a field of a level below 0: there each value replaces the one before it;
 // - a value that a closed list does not have: it is refused;
 // - a group all of whose occurrences are blank, unless there is just one: a block without a value changes nothing;
 // - members that are no deeper than their group: the titles above its next occurrence would be those of members;
@@ -208,7 +208,7 @@ protected:
 
     std::string SlotValue(Random &random, const Field &field) {
         std::string slot = Value(random, field, 70);
-        if (field.Level <= 0 || slot.empty()) return slot;
+        if (field.Level < 0 || slot.empty()) return slot;
         while (random.Once(3)) {
             const std::string next = Value(random, field, 70);
             if (next.empty()) continue;
