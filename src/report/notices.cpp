@@ -27,8 +27,9 @@ Answer Tell(Notice what, std::string_view title, const std::string &text, int st
     return Front->Tell({what, std::string(title), text, style, element, error, line});
 }
 
+// No adds, and nothing is lost: it is what Enter answers.
 void Decide(Notice question, const std::string &text) {
-    MergeFlag = Tell(question, OverwriteTitle, text, YesNo) == YesAnswer ? Overwrite : AddInstances;
+    MergeFlag = Tell(question, OverwriteTitle, text, YesNo + SecondIsDefault) == YesAnswer ? Overwrite : AddInstances;
 }
 
 } // namespace

@@ -43,6 +43,14 @@ TEST_F(Merge, NoAppendsEachValue) {
     EXPECT_EQ(RowValue[0], "old|a|b");
 }
 
+TEST_F(Merge, EnterAtTheQuestionAppends) {
+    Start(Fields);
+    RowValue[0] = "old";
+    Load({R"(1,1,"Title","a")", R"(1,1,"Title","b")"});
+    EXPECT_EQ(Dialogs.Messages, std::vector{FieldMergeMessage()});
+    EXPECT_EQ(RowValue[0], "old|a|b");
+}
+
 TEST_F(Merge, NoAppendsToAFieldOfLevel0Too) {
     Start(Fields);
     RowValue[0] = "old";

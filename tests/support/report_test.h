@@ -62,7 +62,7 @@ inline ShownMessage FieldMergeMessage() {
             "        NO - Add new instances to existing fields.\r\n\r\n"
             "Note that a YES answer will cause multiple field instances in the file being added to be overwritten by "
             "each other!",
-            YesNo};
+            YesNo + SecondIsDefault};
 }
 
 inline ShownMessage GroupMergeMessage() {
@@ -70,7 +70,7 @@ inline ShownMessage GroupMergeMessage() {
             "You are loading data over existing screen information. Would you like to OVERWRITE information?\r\n\r\n"
             "        YES - Overwrite(replace) existing information.\r\n"
             "        NO - Add new instances to existing groups.",
-            YesNo};
+            YesNo + SecondIsDefault};
 }
 
 inline ShownMessage TooDeepMessage(const std::string &level, const std::string &title, const std::string &deepest) {
