@@ -63,8 +63,9 @@ void Save(const Arguments &arguments) {
     Merged = OutputName(output);
     std::vector<std::string> inputs = arguments.Files;
     inputs.push_back(arguments.Last("template"));
-    Integer writeFault = 0;
+    Integer writeFault = FaultOf(CheckCounts);
     const Integer fault = FaultOf([&] {
+        if (writeFault != 0) return;
         Result result(output, inputs);
         writeFault = FaultOf([&] { WriteReport(result.File(), TemplateName); });
         if (writeFault == 0) result.Close();

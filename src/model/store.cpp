@@ -20,9 +20,9 @@ Integer CountAt(std::string_view bytes, std::size_t at) {
 GroupCounts CountsIn(std::string_view header, Integer head) {
     GroupCounts counts;
     if (header.size() >= static_cast<std::size_t>(GroupHeader)) counts = {CountAt(header, 0), CountAt(header, 2)};
-    if (counts.Occurrences < 0 || counts.Items != LengthOf(head) ||
-        header.size() < static_cast<std::size_t>(GroupHeader))
+    if (counts.Items != LengthOf(head) || header.size() < static_cast<std::size_t>(GroupHeader))
         throw RuntimeError{InputPastEnd};
+    if (counts.Occurrences < 0) throw RuntimeError{Overflow};
     return counts;
 }
 

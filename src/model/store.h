@@ -15,7 +15,8 @@ struct GroupCounts {
     Integer Occurrences = 0;
 };
 
-// The counts in the header of a group's store; error 62 where it was cut short or belongs to another group.
+// The counts in the header of a group's store; error 62 where it was cut short or belongs to another group, 6 where it
+// counts more than 32,767 occurrences.
 GroupCounts CountsIn(std::string_view header, Integer head);
 
 // The counts of a group's store and its occurrences, one string of at most Items x Occurrences bytes; those behind its

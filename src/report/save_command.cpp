@@ -19,6 +19,7 @@ namespace {
 
 void WriteTo(const std::string &path, bool temporary) {
     const BusyPointer busy;
+    CheckCounts();
     const std::string kept = temporary ? "" : KeepEarlierVersion(path);
     OutputFile file(path, temporary ? OutputFile::Access::Own : OutputFile::Access::User);
     WriteReport(file, TemplateName);

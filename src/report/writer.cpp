@@ -22,7 +22,7 @@ void WriteQuoted(OutputFile &file, std::string_view text, std::string_view end) 
     file.Write(end);
 }
 
-void WriteRecord(OutputFile &file, Integer level, long count, std::string_view title, std::string_view text) {
+void WriteRecord(OutputFile &file, Integer level, Integer count, std::string_view title, std::string_view text) {
     file.Write(std::to_string(level) + "," + std::to_string(count) + ",");
     WriteQuoted(file, title, ",");
     WriteQuoted(file, text, NL);
@@ -35,7 +35,7 @@ void WriteLines(OutputFile &file, Integer element, std::string_view piece) {
         piece.remove_prefix(end + NL.size());
     }
     lines.push_back(piece);
-    WriteRecord(file, LevelOf(element), static_cast<long>(lines.size()), FieldTitle[element], lines[0]);
+    WriteRecord(file, LevelOf(element), ToInteger(lines.size()), FieldTitle[element], lines[0]);
     for (std::size_t i = 1; i < lines.size(); ++i) WriteQuoted(file, lines[i], NL);
 }
 
@@ -115,6 +115,15 @@ void WriteElements(OutputFile &file) {
     }
 }
 
+// Each instance of a MEMO has as many lines as a report can count.
+void CheckLines(std::string_view value) {
+    std::size_t lines = 1;
+    for (std::size_t i = 0; i < value.size(); ++i) {
+        if (value[i] == '|') lines = 1;
+        if (value[i] == '\n') ToInteger(++lines);
+    }
+}
+
 // The template's name as the header can hold it: a double quote would end the item.
 std::string HeaderName(std::string_view templateName) {
     std::string name = NameText(templateName);
@@ -123,6 +132,15 @@ std::string HeaderName(std::string_view templateName) {
 }
 
 } // namespace
+
+void CheckCounts() {
+    std::string occurrences;
+    for (const Integer e : Elements()) {
+        // A store that is missing or cut short is the write's own fault: what stands before its group is written.
+        if (IsGroupStart(e) && FaultOf([&] { ReadStore(e, occurrences); }) == Overflow) throw RuntimeError{Overflow};
+        if (HasRow(e) && FieldInfo[e][TypeCode] == Memo) CheckLines(ValueOf(e));
+    }
+}
 
 void WriteReport(OutputFile &file, std::string_view templateName) {
     file.Write("0," + Quoted(VersionIdentifier) + "," + Quoted(HeaderName(templateName)) + NL);

@@ -8,6 +8,10 @@
 
 class OutputFile;
 
+// Error 6 where a value has more lines, or a group more occurrences, than the 32,767 that a report can count and give
+// back. To be called before a report is replaced.
+void CheckCounts();
+
 // Writes the entries, made on a template of that name. Changes nothing of them. The errors of the file and of the
 // groups' stores; what was written before one stays.
 void WriteReport(OutputFile &file, std::string_view templateName);

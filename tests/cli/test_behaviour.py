@@ -150,6 +150,15 @@ class Behaviour(program.CliTest):
         self.assertTrue((self.folder / "out.txt").read_bytes().startswith(b"section,group"))
         self.assertEqual((self.folder / "out.txt").stat().st_mode & 0o777, 0o640)
 
+    def test_a_value_of_more_lines_than_can_be_counted_is_not_written(self):
+        self.write("MEMO.FTF", program.template('1,999,"MEMO","Notes","",""'))
+        self.write("long.rpx", program.report('1,1,"Notes","' + 32767 * "x\r\n" + '"'))
+        self.write("out.rpx", b"old")
+        for output in ("out.rpx", "-"):
+            status, out, err = self.run_cli("merge", "-t", "MEMO.FTF", "--add", "long.rpx", "-o", output)
+            self.assertEqual((status, out, (self.folder / "out.rpx").read_bytes()), (3, b"", b"old"))
+            self.assertIn("Error: 6 - Overflow", err)
+
     def test_a_new_output_is_as_open_as_the_user_has_it(self):
         for mask, mode in ((0o022, 0o644), (0o077, 0o600)):
             former = os.umask(mask)

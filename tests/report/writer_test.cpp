@@ -121,6 +121,56 @@ TEST_F(Writer, BlanksAtTheEndOfAValueAreNotWritten) {
     EXPECT_EQ(RowValue[1], "");
 }
 
+// --- Counts of 16 bits
+
+namespace {
+
+// A text of so many lines.
+std::string LinesOf(int count) {
+    std::string text = "x";
+    for (int n = 1; n < count; ++n) text += "\r\nx";
+    return text;
+}
+
+class WriterCounts : public ReportTest {
+protected:
+    // Save is refused with error 6, and the report is as it was, with nothing beside it.
+    void ExpectRefused() {
+        folder.Write("a.rpx", ReportHeader);
+        DataChanged = True;
+        SaveAs("a.rpx");
+        ASSERT_FALSE(Dialogs.Messages.empty());
+        EXPECT_EQ(Dialogs.Messages[0], WriteMessage("6 - Overflow"));
+        EXPECT_EQ(folder.Read("a.rpx"), ReportHeader);
+        EXPECT_FALSE(folder.Has("a.rpx~"));
+        EXPECT_EQ(DataChanged, True);
+    }
+};
+
+} // namespace
+
+TEST_F(WriterCounts, AValueOfAsManyLinesAsCanBeCountedComesBack) {
+    Start({R"(1,999,"MEMO","Notes","","")"});
+    const std::string value = LinesOf(32767) + "|" + LinesOf(2);
+    RowValue[0] = value;
+    EXPECT_TRUE(Saved().starts_with("1,32767,"));
+    Press(Quintave.CommandReset);
+    Add("saved.rpx");
+    EXPECT_EQ(RowValue[0], value);
+}
+
+TEST_F(WriterCounts, AValueOfOneLineMoreIsRefusedBeforeTheReportIsTouched) {
+    Start({R"(1,999,"MEMO","Notes","","")"});
+    RowValue[0] = "a|" + LinesOf(32768);
+    ExpectRefused();
+}
+
+TEST_F(WriterCounts, AStoreOfMoreOccurrencesThanCanBeCountedIsRefusedBeforeTheReportIsTouched) {
+    Start(GroupTemplate);
+    folder.Write("GRP00002.XXX", std::string("\x23\0\0\x80", 4));
+    ExpectRefused();
+}
+
 // --- Headings
 
 TEST_F(Writer, AHeadingIsWrittenOnlyAboveData) {
