@@ -22,15 +22,17 @@ struct ChoiceIndex {
 // The lists looked up since ForgetChoices(), by element.
 std::unordered_map<Integer, ChoiceIndex> Known;
 
+// A whole choice comes before one that is cut to the cells of a member, as its group's store holds it.
 ChoiceIndex IndexOf(const std::vector<std::string> &choices, long comparedLength) {
     ChoiceIndex index;
-    for (const std::string &whole : choices) {
-        const auto position = ToInteger(&whole - choices.data());
-        const std::string choice = Left(whole, comparedLength);
+    for (const std::string &choice : choices) {
+        const auto position = ToInteger(&choice - choices.data());
         index.Positions.try_emplace(RTrim(choice), position);
         index.Positions.try_emplace(choice, position);
-        if (IsOther(whole)) index.Open = position;
+        if (IsOther(choice)) index.Open = position;
     }
+    for (const std::string &choice : choices)
+        index.Positions.try_emplace(RTrim(Left(choice, comparedLength)), ToInteger(&choice - choices.data()));
     return index;
 }
 

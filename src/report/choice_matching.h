@@ -21,8 +21,9 @@ long ComparedLength(Integer element);
 // -1; -1 for an empty text.
 Integer ChoiceOf(const std::vector<std::string> &choices, std::string_view text, long comparedLength);
 
-// The same in the choices of a LIST element; error 53 where its file is missing. The choices are read once and kept
-// until they are forgotten, so that many texts cost no more than they are.
+// The same for the text of a record and the choices of a LIST element; error 53 where its file is missing. For a member
+// a whole choice counts, too, and before those that are cut to its cells. The choices are read once and kept until they
+// are forgotten, so that many texts cost no more than they are.
 Integer ChoiceOf(Integer element, std::string_view text);
 void ForgetChoices();
 
@@ -31,5 +32,5 @@ void ForgetChoices();
 // alone; error 53 where the choice file is missing.
 void MatchChoiceValue(Integer element);
 
-// The same for the text of a group member; false where it is refused.
+// The same for the text of a record and a group member; false where it is refused.
 bool MatchMemberChoice(Integer member, const std::string &text);

@@ -96,8 +96,9 @@ Integer OpenBlock() { return OpenedBlock.Head; }
 bool SkipsOccurrence() { return OpenedBlock.Unknown; }
 
 void PlaceMember(Integer member, std::string_view value) {
-    const std::string text = FittedValue(member, value);
-    const std::string placed = IsList(member) && !MatchMemberChoice(member, text) ? "" : text;
+    // What is no choice as the record has it does not become one by being cut.
+    const bool refused = IsList(member) && !MatchMemberChoice(member, std::string(value));
+    const std::string placed = refused ? "" : FittedValue(member, value);
     const Member &place = PlaceOf(member);
     std::string padded = placed;
     padded.resize(place.Cells, ' ');

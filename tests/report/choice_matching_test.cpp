@@ -53,6 +53,48 @@ TEST_F(ChoiceMatching, BlanksAndLettersOfAValueCount) {
     }
 }
 
+TEST_F(ChoiceMatching, ALoadedValueMustBeAChoiceByEveryLetterAndBlank) {
+    StartList({"Red", "Blue"});
+    for (const char *value : {"red", "RED", " Red", "Red ", "Re d"}) {
+        SCOPED_TRACE(value);
+        Forget();
+        EXPECT_EQ(Chosen(value), -1);
+        EXPECT_EQ(Dialogs.Messages, std::vector{ClosedListMessage("Colour", value)});
+        EXPECT_EQ(RowValue[0], "");
+    }
+}
+
+TEST_F(ChoiceMatching, ALoadKnowsTheOpenEntryInAnyLetterCaseAndWithBlanksAround) {
+    StartList({"Red", " oTHER... ", "Blue"});
+    EXPECT_EQ(Chosen("Green"), 1);
+    Dialogs.Answers = {YesAnswer};
+    EXPECT_EQ(Chosen("Blue"), 2);
+    EXPECT_TRUE(Dialogs.Messages.size() == 1 && Dialogs.Messages[0] == FieldMergeMessage());
+}
+
+TEST_F(ChoiceMatching, ALoadedValueSelectsTheFirstOfEqualChoices) {
+    StartList({"", "Red  ", "Red", "Red"});
+    EXPECT_EQ(Chosen("Red"), 1);
+}
+
+TEST_F(ChoiceMatching, OfSeveralOpenEntriesTheLastCounts) {
+    StartList({"OTHER...", "Red", "Other..."});
+    EXPECT_EQ(Chosen("Green"), 2);
+    EXPECT_EQ(ChoiceOf({"OTHER...", "Red", "Other..."}, "Green", LONG_MAX), 2);
+}
+
+TEST_F(ChoiceMatching, ARefusalIsToldBeforeTheRowIsEmptied) {
+    StartList({"Red"});
+    static std::string shown;
+    Dialogs.Reply = [](const ShownMessage &message) {
+        shown = Quintave.List1[0].Rows[0];
+        return DefaultAnswer(message.Style);
+    };
+    Load({R"(1,1,"Colour","Green")"});
+    EXPECT_EQ(shown, " Colour                    | Green");
+    EXPECT_EQ(Row(0), " Colour                    | ");
+}
+
 TEST_F(ChoiceMatching, AValueOutsideAnOpenListSelectsItsOpenEntryAndStays) {
     StartList({"Red", "OTHER..."});
     EXPECT_EQ(Chosen("Green"), 1);
@@ -191,18 +233,28 @@ namespace {
 
 class MemberChoice : public ReportTest {
 protected:
-    // The cells of the one occurrence of a group of a TEXT member (3 cells) and a LIST member (5 cells).
-    std::string CellsAfter(const std::vector<std::string> &choices, const std::string &value) {
+    // A template of a group of a TEXT member (3 cells) and a LIST member (5 cells) with these choices.
+    void StartRocks(const std::vector<std::string> &choices) {
         std::vector<std::string> lines{R"(1,2,"GROUP START","Rocks","","")", R"(2,3,"TEXT","No","","")",
                                        R"(2,5,"LIST","Colour","","")"};
         for (const auto &choice : choices) lines.push_back('"' + choice + '"');
         lines.insert(lines.end(), {"XXX-1XXX", R"(1,1,"GROUP END","","","")"});
         Start(lines);
+    }
+
+    // The cells of its one occurrence after a load of this value into the blank group.
+    std::string CellsAfter(const std::string &value) {
+        ReplaceStore(1, std::string(8, ' '));
         Load({R"(1,-9,"Rocks","REPEATING GROUP, Occurrence #1")", R"(2,1,"No","1")", "2,1,\"Colour\",\"" + value + "\"",
               R"(1,-99,"END REPEATING GROUP","")"});
         std::string cells;
         ReadStore(1, cells);
         return cells;
+    }
+
+    std::string CellsAfter(const std::vector<std::string> &choices, const std::string &value) {
+        StartRocks(choices);
+        return CellsAfter(value);
     }
 };
 
@@ -219,6 +271,42 @@ TEST_F(MemberChoice, AListedValueIsStored) {
 }
 
 TEST_F(MemberChoice, AnOpenListStoresAnyValue) { EXPECT_EQ(CellsAfter({"Red", "OTHER..."}, "Green"), "1  Green"); }
+
+// Cutting or trimming it first would make a choice of what is none.
+TEST_F(MemberChoice, TheTextOfTheRecordItselfMustBeAChoice) {
+    StartRocks({"Green", "Red"});
+    for (const char *value : {"Greenish", "Greenland", "Red ", "Re|d"}) {
+        SCOPED_TRACE(value);
+        Forget();
+        EXPECT_EQ(CellsAfter(value), "1       ");
+        EXPECT_EQ(Dialogs.Messages, std::vector{ClosedListMessage("Colour", value)}); // and nothing of a cut
+    }
+}
+
+TEST_F(MemberChoice, AChoiceLongerThanTheCellsIsTakenWholeAndCut) {
+    EXPECT_EQ(CellsAfter({"Yellow", "Yello"}, "Yellow"), "1  Yello");
+    ASSERT_EQ(Dialogs.Messages.size(), 1U);
+    EXPECT_EQ(Dialogs.Messages[0].Title, "WARNING - Field Data Cut!");
+    EXPECT_EQ(FieldInfo[3][Choice], 0);
+}
+
+TEST_F(MemberChoice, AWholeChoiceWinsOverOneThatIsCut) {
+    CellsAfter({"Yellow", "Yello"}, "Yello");
+    EXPECT_EQ(FieldInfo[3][Choice], 1);
+}
+
+TEST_F(MemberChoice, AChoiceIsCutAndWithoutTheBlanksAtItsEndAsTheStoreHoldsIt) {
+    EXPECT_EQ(CellsAfter({"Dark blue"}, "Dark"), "1  Dark ");
+    EXPECT_TRUE(Dialogs.Messages.empty());
+    EXPECT_EQ(CellsAfter("Dark "), "1       ");
+    EXPECT_EQ(Dialogs.Messages, std::vector{ClosedListMessage("Colour", "Dark ")});
+}
+
+TEST_F(MemberChoice, AnOpenListStoresWhatFitsOfAnyValue) {
+    EXPECT_EQ(CellsAfter({"Red", "OTHER..."}, "Greenish"), "1  Green");
+    ASSERT_EQ(Dialogs.Messages.size(), 1U);
+    EXPECT_EQ(Dialogs.Messages[0].Title, "WARNING - Field Data Cut!");
+}
 
 TEST_F(MemberChoice, AChoiceLongerThanTheCellsEqualsWhatFitsInThem) {
     EXPECT_EQ(CellsAfter({"Yellow"}, "Yello"), "1  Yello");
