@@ -70,7 +70,10 @@ void StartBlocks() {
 }
 
 bool BeginOccurrence(Integer level, const std::string &title) {
-    const Integer head = FindElement(level, title, Target::Group);
+    // The group being read goes on: its members may have put other titles in the place of those above it.
+    const Integer open = OpenedBlock.Head;
+    const bool goesOn = open != 0 && LevelOf(open) == level && FieldTitle[open] == title;
+    const Integer head = goesOn ? open : FindElement(level, title, Target::Group);
     if (head == 0) {
         DropOccurrences();
         return MayDropRecord(title);

@@ -265,3 +265,39 @@ TEST_F(GroupReader, EachGroupOfAReportSavedComesBack) {
     EXPECT_EQ(Stored(Samples), Depth("a", "n\r\nm") + "/" + Depth("") + "/" + Depth("b"));
     EXPECT_EQ(SaveAs("b.rpx"), saved);
 }
+
+// --- Groups that come back although titles repeat
+
+namespace {
+
+class GroupComesBack : public ReportTest {
+protected:
+    // Loads the report that a save of the present entries made, on an empty screen, and saves it again.
+    void ExpectSameAgain() {
+        const std::string saved = SaveAs("a.rpx");
+        Forget();
+        Press(Quintave.CommandReset);
+        Add("a.rpx");
+        EXPECT_TRUE(Dialogs.Messages.empty());
+        EXPECT_EQ(SaveAs("b.rpx"), saved);
+    }
+};
+
+} // namespace
+
+TEST_F(GroupComesBack, WithMembersThatStandHigherThanTheirGroup) {
+    Start({R"(1,-1,"","Field work","","")", R"(2,2,"GROUP START","Samples","","")", R"(1,5,"TEXT","Depth","","")",
+           R"(2,1,"GROUP END","","","")"});
+    ReplaceStore(2, "a    b    c    ");
+    ExpectSameAgain();
+}
+
+TEST_F(GroupComesBack, WithAMemberThatIsNamedAsAFieldBeforeIt) {
+    Start({R"(1,0,"","Samples","","")", R"(2,60,"TEXT","Depth","","")", R"(1,2,"GROUP START","Samples","","")",
+           R"(2,5,"TEXT","Depth","","")", R"(1,1,"GROUP END","","","")"});
+    ReplaceStore(3, "a    b    ");
+    ExpectSameAgain();
+    RowValue[0] = "field";
+    ExpectSameAgain();
+    EXPECT_EQ(RowValue[0], "field");
+}
