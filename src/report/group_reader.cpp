@@ -75,7 +75,8 @@ bool BeginOccurrence(Integer level, const std::string &title) {
     const bool goesOn = open != 0 && LevelOf(open) == level && FieldTitle[open] == title;
     const Integer head = goesOn ? open : FindElement(level, title, Target::Group);
     if (head == 0) {
-        DropOccurrences();
+        EndBlock();
+        OpenedBlock.Unknown = true;
         return MayDropRecord(title);
     }
     if (head != OpenedBlock.Head) {
@@ -85,11 +86,6 @@ bool BeginOccurrence(Integer level, const std::string &title) {
     OpenedBlock.Occurrences = ToInteger(OpenedBlock.Occurrences + 1); // those before one too many stay
     OpenedBlock.Cells.append(OpenedBlock.Length, ' ');
     return true;
-}
-
-void DropOccurrences() {
-    EndBlock();
-    OpenedBlock.Unknown = true;
 }
 
 bool InOccurrence() { return OpenedBlock.Head != 0; }

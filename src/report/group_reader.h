@@ -14,9 +14,6 @@ void StartBlocks();
 // group is unknown and the user stops the load.
 bool BeginOccurrence(Integer level, const std::string &title);
 
-// The group of the marker cannot be had: its block's records are skipped.
-void DropOccurrences();
-
 // A block is open; the records go to an occurrence of the group that this element starts.
 bool InOccurrence();
 Integer OpenBlock();

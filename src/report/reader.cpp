@@ -60,15 +60,14 @@ bool MatchReportField(const ReportRecord &record) {
 
 // False where the user stopped the load.
 bool PlaceRecord(const ReportRecord &record) {
-    if (record.Count == GroupEndMarker) {
-        EndBlock();
-        return true;
-    }
     // Nothing is asked about the records of an occurrence that is dropped.
     const bool dropped = SkipsOccurrence() && record.Count != OccurrenceMarker;
-    if (record.Level > DeepestLevel) {
-        if (record.Count == OccurrenceMarker) DropOccurrences();
-        return dropped || MaySkipTooDeep(record.Level, record.Title);
+    const bool isEnd = record.Count == GroupEndMarker;
+    // Skipped alone: what stands behind a marker that is too deep is read as if it were not there.
+    if (record.Level > DeepestLevel) return isEnd || dropped || MaySkipTooDeep(record.Level, record.Title);
+    if (isEnd) {
+        EndBlock();
+        return true;
     }
     NoteTitleRead(record.Level, record.Title);
     if (record.Count == OccurrenceMarker) return BeginOccurrence(record.Level, record.Title);

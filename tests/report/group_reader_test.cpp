@@ -266,6 +266,50 @@ TEST_F(GroupReader, EachGroupOfAReportSavedComesBack) {
     EXPECT_EQ(SaveAs("b.rpx"), saved);
 }
 
+// --- Markers that are deeper than the template
+
+namespace {
+
+const char *const DeepMarker = R"(9,-9,"Others","REPEATING GROUP, Occurrence #1")";
+const char *const DeepEnd = R"(9,-99,"END REPEATING GROUP","")";
+
+} // namespace
+
+TEST_F(GroupReader, AMarkerThatIsTooDeepIsSkippedAlone) {
+    Load({DeepMarker, A, R"(1,1,"Title","t")", R"(1,1,"Last","z")"});
+    EXPECT_EQ(Dialogs.Messages, (std::vector{TooDeepMessage("9", "Others", "2"), NotFoundMessage("Depth")}));
+    EXPECT_EQ(RowValue[0], "t");
+    EXPECT_EQ(RowValue[4], "z");
+    EXPECT_EQ(DataChanged, False);
+}
+
+TEST_F(GroupReader, AMarkerThatIsTooDeepLeavesTheOpenBlockOpen) {
+    Load({OneMarker, A, DeepMarker, R"(2,1,"Notes","n")", TwoMarker, B, End});
+    EXPECT_EQ(Dialogs.Messages, std::vector{TooDeepMessage("9", "Others", "2")});
+    EXPECT_EQ(Stored(Samples), Depth("a", "n") + "/" + Depth("b"));
+}
+
+TEST_F(GroupReader, CancelOnAMarkerThatIsTooDeepEndsTheLoad) {
+    Dialogs.Answers = {CancelAnswer};
+    Load({OneMarker, A, DeepMarker, R"(1,1,"Title","t")"});
+    EXPECT_EQ(Stored(Samples), Depth("a"));
+    EXPECT_EQ(RowValue[0], "");
+    EXPECT_EQ(FileMark, "");
+}
+
+TEST_F(GroupReader, ARecordBehindADroppedMarkerStaysDroppedBehindOneThatIsTooDeep) {
+    Load({UnknownMarker, A, DeepMarker, B, R"(2,1,"Colour","red")", End, R"(1,1,"Last","z")"});
+    EXPECT_EQ(Dialogs.Messages, (std::vector{NotFoundMessage("Rocks"), TooDeepMessage("9", "Others", "2")}));
+    EXPECT_EQ(RowValue[4], "z");
+}
+
+TEST_F(GroupReader, AnEndThatIsTooDeepIsPassedOver) {
+    Load({OneMarker, A, DeepEnd, R"(2,1,"Notes","n")", End, DeepEnd, R"(1,1,"Last","z")"});
+    EXPECT_TRUE(Dialogs.Messages.empty());
+    EXPECT_EQ(Stored(Samples), Depth("a", "n"));
+    EXPECT_EQ(RowValue[4], "z");
+}
+
 // --- Groups that come back although titles repeat
 
 namespace {

@@ -1,5 +1,4 @@
 // Loads that lost data or went on with the wrong group once.
-#include "support/group_store.h"
 #include "support/report_test.h"
 #include "support/template_lines.h"
 
@@ -32,13 +31,6 @@ TEST_F(HardLoad, AValueThatReadsLikeAnAnswerStopsNothing) {
     EXPECT_EQ(RowValue[0], "CANCELLED!");
     EXPECT_EQ(RowValue[3], "end");
     EXPECT_EQ(FileMark, "a.rpx");
-}
-
-TEST_F(HardLoad, AMarkerThatIsTooDeepEndsTheOpenBlock) {
-    Add({R"(1,-9,"Samples","REPEATING GROUP, Occurrence #1")", R"(2,1,"Depth","kept")",
-         R"(9,-9,"Others","REPEATING GROUP, Occurrence #1")", R"(2,1,"Depth","dropped")"});
-    EXPECT_EQ(Dialogs.Messages.size(), 1U);
-    EXPECT_EQ(folder.Read("GRP00003.XXX"), Store(10, {"kept"}));
 }
 
 TEST_F(HardLoad, AHeaderWithoutQuotesIsWrittenForATemplateThatHasThemInItsName) {
