@@ -17,6 +17,8 @@
 #include "screen/selected_field.h"
 #include "screen/selection.h"
 
+#include <utility>
+
 namespace {
 
 // CurrentField during a load, when no row is being edited; the other asks for the load a second time.
@@ -55,52 +57,67 @@ void RememberFile() {
     FileMarkDir = ReportFileDir;
 }
 
-} // namespace
-
-LoadResult LoadReportFile() {
-    ItemInput input;
+// The report's bytes; false after the message where it cannot be read or is none.
+bool OpenReport(ItemInput &input) {
     const Integer fault = FaultOf([&] { input = OpenItems(ReportFileDir + ReportFileName); });
     BeginNotices(Window, input);
     if (fault != 0) {
         TellDamaged(fault);
-        return LoadResult::Refused;
+        return false;
     }
+    const bool isReport = ReadReportHeader(input);
+    if (!isReport) TellNotAReport();
+    input.At = 0;
+    return isReport;
+}
+
+LoadResult LoadOpened(ItemInput &input) {
     const BusyPointer busy;
     ForgetChoices(); // somebody may have changed a file since
-    if (ReadReportHeader(input)) RememberFile();
-    input.At = 0;
+    RememberFile();
     const LoadResult result = ReadReport(input, Window);
     if (result == LoadResult::Stopped) ForgetFile();
     return result;
 }
 
+} // namespace
+
+LoadResult LoadReportFile() {
+    ItemInput input;
+    return OpenReport(input) ? LoadOpened(input) : LoadResult::Refused;
+}
+
 namespace {
 
-// Loads the file at a path and shows what it brought.
-void LoadAndShow(const std::string &directory, const std::string &name) {
-    const std::string formerDir = ReportFileDir;
-    const std::string formerName = ReportFileName;
+// Loads what was opened and shows what it brought.
+void LoadAndShow(ItemInput &input) {
     const std::string formerMark = FileMark;
     const std::string formerMarkDir = FileMarkDir;
-    ReportFileDir = directory;
-    ReportFileName = name;
     ShowSelectedField(Restart, PutAwayOnly);
     CurrentField = Loading;
-    LoadResult result = LoadReportFile();
+    LoadOpened(input);
     if (CurrentField == LoadAgain) {
         FileMark = formerMark;
         FileMarkDir = formerMarkDir;
-        result = LoadReportFile();
+        LoadReportFile();
     }
-    if (result == LoadResult::Refused) {
-        ReportFileDir = formerDir;
-        ReportFileName = formerName;
-    } else {
-        SetCaption(Quintave.editframe, Quintave.editframe.Caption + CaptionName(name) + "; ");
-        OfferMerge(true);
-    }
+    SetCaption(Quintave.editframe, Quintave.editframe.Caption + CaptionName(ReportFileName) + "; ");
+    OfferMerge(true);
     CurrentField = ActiveRows().ListIndex;
     ShowSelectedField(Restart);
+}
+
+// The report at a path on top of what is on screen. One that is refused changes nothing there.
+void LoadPicked(const std::string &directory, const std::string &name) {
+    const std::string formerDir = std::exchange(ReportFileDir, directory);
+    const std::string formerName = std::exchange(ReportFileName, name);
+    ItemInput input;
+    if (OpenReport(input)) {
+        LoadAndShow(input);
+        return;
+    }
+    ReportFileDir = formerDir;
+    ReportFileName = formerName;
 }
 
 } // namespace
@@ -125,7 +142,7 @@ void CommandAdd_Click() {
     std::string name;
     if (PickReport("Pick a '*.RPX' file to add...", "You must select a `*.RPX' file!\n\r\n\rPlease Try Again.",
                    directory, name))
-        LoadAndShow(directory, name);
+        LoadPicked(directory, name);
     SetFocus(ActiveRows());
 }
 
@@ -141,5 +158,5 @@ void LoadStartFile(const std::string &argument) {
         const std::string found = FindName(directory, name);
         if (!found.empty()) name = found;
     }
-    LoadAndShow(directory, name);
+    LoadPicked(directory, name);
 }

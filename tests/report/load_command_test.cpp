@@ -159,6 +159,94 @@ TEST_F(AddCommand, AfterARefusedOrStoppedLoadTheSelectedRowIsARowAgain) {
     EXPECT_EQ(Quintave.Text1[1].Text, "Bern");
 }
 
+// Neither the instance shown nor a choice that is marked, but not taken yet.
+TEST_F(AddCommand, ARefusedFileLeavesTheInstanceShown) {
+    Start(TwoFields);
+    folder.Write("foreign.rpx", "name,age\r\nAnn,7\r\n");
+    RowValue[0] = "a|b|c";
+    Select(0);
+    SetValue(Quintave.FIScroll, 2);
+    ASSERT_EQ(Quintave.Text1[2].Text, "b");
+    for (const char *name : {"foreign.rpx", "none.rpx"}) {
+        SCOPED_TRACE(name);
+        Add(name);
+        EXPECT_EQ(Quintave.Text1[2].Text, "b");
+        EXPECT_EQ(Quintave.FIScroll.Value, 2);
+        EXPECT_EQ(Quintave.FILabel[1].Caption, "2");
+        EXPECT_EQ(CurrentField, 0);
+    }
+    EXPECT_EQ(Dialogs.Messages, (std::vector{InvalidFormatMessage(), LoadMessage("none.rpx", "53 - File not found")}));
+}
+
+TEST_F(AddCommand, ARefusedFileLeavesTheMarkedChoice) {
+    Start({R"(1,9,"LIST","Colour","","")", "Red", "Green", "Blue", "XXX-1XXX"});
+    folder.Write("foreign.rpx", "");
+    Open(0);
+    ClickRow(Quintave.List2[0], 2);
+    ASSERT_EQ(RowValue[0], "");
+    Add("foreign.rpx");
+    EXPECT_EQ(Quintave.List2[0].ListIndex, 2);
+    EXPECT_TRUE(Quintave.List2[0].Visible);
+    EXPECT_EQ(RowValue[0], "");
+}
+
+// --- CurrentField while a report is read
+
+namespace {
+
+Integer FieldDuringLoad = 0;
+
+// Asks for a second load in the first one's message.
+Answer AskAgain(const ShownMessage &message) {
+    FieldDuringLoad = CurrentField;
+    static bool asked = false;
+    if (!asked) CurrentField = 778;
+    asked = true;
+    return DefaultAnswer(message.Style);
+}
+
+} // namespace
+
+TEST_F(AddCommand, NoRowIsTheSelectedOneWhileAReportIsRead) {
+    Start(TwoFields);
+    Select(1);
+    Dialogs.Reply = [](const ShownMessage &message) {
+        FieldDuringLoad = CurrentField;
+        return DefaultAnswer(message.Style);
+    };
+    Load({R"(1,1,"Colour","red")"});
+    EXPECT_EQ(FieldDuringLoad, 777);
+    EXPECT_EQ(CurrentField, 1);
+}
+
+TEST_F(AddCommand, ALoadThatIsAskedForAgainIsMadeTwiceAndCountsOnce) {
+    Start(TwoFields);
+    Dialogs.Reply = AskAgain;
+    Load({R"(1,1,"Title","x")", R"(1,1,"Colour","red")"});
+    EXPECT_EQ(RowValue[0], "x|x");
+    EXPECT_EQ(FileMark, "A.rpx");
+    EXPECT_EQ(DataChanged, False);
+    EXPECT_EQ(Quintave.editframe.Caption, "[Template: SITE.FTF] - RPX File(s): A; ");
+    EXPECT_EQ(CurrentField, 0);
+}
+
+// The dialog would otherwise stand before entries that a crash could still take.
+TEST_F(AddCommand, TheTemporaryReportIsWrittenBeforeTheDialog) {
+    Start(TwoFields);
+    Enter(0, "Wells");
+    static std::string path;
+    static bool there = false;
+    path = folder.Path() + "!quin!02.$$$";
+    // A dialog that fails shows its message where it stands.
+    Dialogs.DialogErrors = {PathNotFound};
+    Dialogs.Reply = [](const ShownMessage &message) {
+        there = std::filesystem::exists(path);
+        return DefaultAnswer(message.Style);
+    };
+    Press(Quintave.CommandAdd);
+    EXPECT_TRUE(there);
+}
+
 TEST_F(AddCommand, AnEditIsCommittedToItsRowBeforeTheLoad) {
     Start(TwoFields);
     Open(0);
