@@ -286,12 +286,14 @@ OutputFile::OutputFile(const std::string &path, Access access) : handle(OpenOutp
 OutputFile::OutputFile(int descriptor) : handle(descriptor) {}
 
 OutputFile::~OutputFile() {
-    if (handle >= 0) close(handle);
+    if (handle < 0) return;
+    FaultOf([this] { Flush(); });
+    close(handle);
 }
 
 void OutputFile::Flush() {
-    WriteAll(handle, held);
-    held.clear();
+    const std::string bytes = std::exchange(held, {}); // those that fail are not tried again
+    WriteAll(handle, bytes);
 }
 
 void OutputFile::Write(std::string_view bytes) {

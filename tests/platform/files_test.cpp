@@ -240,6 +240,14 @@ TEST_F(Files, LongOutputArrivesWhole) {
     EXPECT_EQ(folder.Read("a"), bytes);
 }
 
+TEST_F(Files, OutputThatIsGivenUpHoldsWhatWasWrittenToIt) {
+    {
+        OutputFile file(At("a"), OutputFile::Access::User);
+        file.Write("part");
+    }
+    EXPECT_EQ(folder.Read("a"), "part");
+}
+
 TEST_F(Files, RefusedOutputHasItsErrors) {
     fs::create_directory(At("d"));
     folder.Write("a", "");
