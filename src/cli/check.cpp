@@ -96,7 +96,8 @@ void CheckReport(const std::string &path, const std::vector<std::string> &words)
         const LoadResult result = ReadReport(report, Findings);
         if (const long line = CuttingLine(bytes); line != 0) TellFound(line, CutByEndMark);
         for (const QuotedValue &value : FindDoubleQuotes(report)) TellFound(value.Line, DoubleQuoteText(value.Title));
-        if (result == LoadResult::Whole && !words.empty()) TellEmptyFields(words);
+        const bool toItsEnd = result == LoadResult::Whole || result == LoadResult::Partial;
+        if (toItsEnd && !words.empty()) TellEmptyFields(words);
     });
     if (fault != 0) Raise(TellFileError(path, fault));
 }

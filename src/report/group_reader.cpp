@@ -27,6 +27,9 @@ struct Block {
 
 Block OpenedBlock;
 
+// Groups that this load has put a block into.
+std::set<Integer> Stored;
+
 // Members some value of which did not fit, and the first of them; empty and 0 for none.
 std::set<Integer> CutMembers;
 Integer FirstCut = 0;
@@ -65,6 +68,7 @@ std::string FittedValue(Integer member, std::string_view value) {
 
 void StartBlocks() {
     OpenedBlock = {};
+    Stored.clear();
     CutMembers.clear();
     FirstCut = 0;
 }
@@ -103,7 +107,10 @@ void PlaceMember(Integer member, std::string_view value) {
     padded.resize(place.Cells, ' ');
     const std::size_t first = OpenedBlock.Cells.size() - OpenedBlock.Length + place.First;
     const std::string_view former = std::string_view(OpenedBlock.Cells).substr(first, place.Cells);
-    if (!IsBlank(former) && former != padded) TellValueReplaced(member);
+    if (!IsBlank(former) && former != padded) {
+        TellValueReplaced(member);
+        NoteLeftOut();
+    }
     OpenedBlock.Cells.replace(first, place.Cells, padded);
     OpenedBlock.HasValue = OpenedBlock.HasValue || !placed.empty();
 }
@@ -112,7 +119,9 @@ void EndBlock() {
     const Block block = std::exchange(OpenedBlock, {});
     if (!block.HasValue) return;
     std::string stored;
-    if (!block.StoreBlank && MergeFlag == AddInstances) ReadStore(block.Head, stored);
+    const bool adds = MergeFlag == AddInstances;
+    if (!block.StoreBlank && adds) ReadStore(block.Head, stored);
+    if (!Stored.insert(block.Head).second && !adds) NoteLeftOut();
     ReplaceStore(block.Head, stored + block.Cells);
 }
 

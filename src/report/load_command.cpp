@@ -10,6 +10,7 @@
 #include "platform/front.h"
 #include "platform/items.h"
 #include "report/choice_matching.h"
+#include "report/earlier_version.h"
 #include "report/notices.h"
 #include "report/reader.h"
 #include "report/records.h"
@@ -76,6 +77,7 @@ LoadResult LoadOpened(ItemInput &input) {
     ForgetChoices(); // somebody may have changed a file since
     RememberFile();
     const LoadResult result = ReadReport(input, Window);
+    NoteLoaded(ReportFileDir + ReportFileName, result == LoadResult::Whole);
     if (result == LoadResult::Stopped) ForgetFile();
     return result;
 }

@@ -14,6 +14,7 @@ namespace {
 const LoadFront *Front = nullptr;
 const ItemInput *Report = nullptr;
 std::size_t RecordAt = 0;
+bool LeftOut = false;
 LinePlace Counted;
 
 constexpr std::string_view OverwriteTitle = "Overwrite or 'Add To'";
@@ -23,6 +24,9 @@ constexpr std::string_view CutTitle = "WARNING - Field Data Cut!";
 
 Answer Tell(Notice what, std::string_view title, const std::string &text, int style, Integer element = 0,
             Integer error = 0) {
+    if (what == Notice::TooDeep || what == Notice::NotInTemplate || what == Notice::NotInList ||
+        what == Notice::ValueCut)
+        NoteLeftOut();
     const long line = Front->WantsLines ? LineAt(Counted, Report->Bytes, RecordAt) : 0;
     return Front->Tell({what, std::string(title), text, style, element, error, line});
 }
@@ -38,9 +42,14 @@ void BeginNotices(const LoadFront &front, const ItemInput &input) {
     Front = &front;
     Report = &input;
     RecordAt = 0;
+    LeftOut = false;
     Counted = {};
     MergeFlag = AllowInstances != False ? Undecided : Overwrite;
 }
+
+void NoteLeftOut() { LeftOut = true; }
+
+bool LeftSomethingOut() { return LeftOut; }
 
 void NoteRecord(std::size_t at) {
     RecordAt = at;

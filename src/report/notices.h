@@ -47,6 +47,10 @@ inline constexpr Integer Overwrite = 0;
 inline constexpr Integer AddInstances = 1;
 extern Integer MergeFlag;
 
+// Something of the report being read has no place in the entries, or lost it to something else of the same report.
+void NoteLeftOut();
+bool LeftSomethingOut();
+
 // A load of this input begins, which must outlive it: nothing is decided.
 void BeginNotices(const LoadFront &front, const ItemInput &input);
 

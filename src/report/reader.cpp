@@ -30,9 +30,13 @@ void StoreFieldValue(Integer element, const std::string &value) {
     if (!ValueOf(element).empty() && FieldInfo[element][LevelItem] > 0) AskOverwriteFields();
     std::string &slot = ValueOf(element);
     const bool adds = !slot.empty() && Adds(element);
+    const bool more = Filled[static_cast<std::size_t>(element)];
     Filled[static_cast<std::size_t>(element)] = true;
     if (adds && value.empty()) return; // nothing to add
-    if (!adds && !slot.empty() && slot != value) TellValueReplaced(element);
+    if (!adds && !slot.empty() && slot != value) {
+        TellValueReplaced(element);
+        if (more) NoteLeftOut();
+    }
     if (adds)
         slot += "|" + value;
     else
@@ -110,5 +114,6 @@ LoadResult ReadReport(ItemInput &input, const LoadFront &front) {
         TellDamaged(fault);
     }
     TellCutMembers();
-    return whole && fault == 0 ? LoadResult::Whole : LoadResult::Stopped;
+    if (!whole || fault != 0) return LoadResult::Stopped;
+    return LeftSomethingOut() ? LoadResult::Partial : LoadResult::Whole;
 }

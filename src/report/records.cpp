@@ -2,6 +2,7 @@
 #include "report/records.h"
 
 #include "model/field_model.h"
+#include "model/store.h"
 #include "model/template_reader.h"
 #include "platform/codepage.h"
 
@@ -30,6 +31,20 @@ bool ReadReportHeader(ItemInput &input, std::string *templateName) {
     } catch (const RuntimeError &) { // the file ends inside its header
         return false;
     }
+}
+
+long CountValues(const std::string &path) {
+    long values = 0;
+    FaultOf([&] {
+        ItemInput input = OpenItems(path);
+        ReportRecord record;
+        if (!ReadReportHeader(input)) return;
+        while (!AtEnd(input)) {
+            ReadReportRecord(input, record);
+            if (record.Count >= 0 && !IsBlank(record.Text)) ++values;
+        }
+    });
+    return values;
 }
 
 void ReadReportRecord(ItemInput &input, ReportRecord &record) {

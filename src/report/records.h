@@ -31,5 +31,9 @@ struct ReportRecord {
 // The first record is that of a report; the input stands behind it. Hands out the name of the template it was made on.
 bool ReadReportHeader(ItemInput &input, std::string *templateName = nullptr);
 
+// How many values a report holds, each instance and each member of an occurrence counted and those of blanks not: those
+// before its first fault; none of a file that cannot be read or is no report.
+long CountValues(const std::string &path);
+
 // The next record with its continuation lines, over what the record held. Error 13 or 62 where it is damaged.
 void ReadReportRecord(ItemInput &input, ReportRecord &record);

@@ -17,14 +17,40 @@
 
 namespace {
 
-void WriteTo(const std::string &path, bool temporary) {
+void WriteTemporary(const std::string &path) {
+    OutputFile file(path, OutputFile::Access::Own);
+    WriteReport(file, TemplateName);
+    file.Close(false);
+}
+
+// Gives the path of the earlier version where it stays.
+std::string Replace(const std::string &path) {
+    EarlierVersion earlier(path);
+    OutputFile file(path, OutputFile::Access::User);
+    earlier.Begin();
+    const long values = WriteReport(file, TemplateName);
+    file.Close(true);
+    return earlier.End(values);
+}
+
+// The same; a temporary report has no earlier version.
+std::string WriteTo(const std::string &path, bool temporary) {
     const BusyPointer busy;
     CheckCounts();
-    const std::string kept = temporary ? "" : KeepEarlierVersion(path);
-    OutputFile file(path, temporary ? OutputFile::Access::Own : OutputFile::Access::User);
-    WriteReport(file, TemplateName);
-    file.Close(!temporary);
-    DropEarlierVersion(path, kept);
+    if (!temporary) return Replace(path);
+    WriteTemporary(path);
+    return "";
+}
+
+void TellKept(const std::string &path) {
+    MsgBox("The earlier version of this report is kept under the name" + NL + NL + NameText(path) + NL + NL +
+               "Not all of it had been loaded, or it held more values than the report saved now.",
+           InformationIcon, "Quintave");
+}
+
+void ShowSavedName() {
+    SetCaption(Quintave.editframe,
+               "[Template: " + NameText(TemplateName) + "] - RPX File(s): " + CaptionName(ReportFileName) + "; ");
 }
 
 // Proposes the path that was picked before, if any. False where the dialog itself failed and is to be shown again.
@@ -64,8 +90,7 @@ bool SaveUnder(const std::string &path) {
     ReportFileDir = directory;
     ReportFileName = name;
     if (!WriteReportFile()) return false;
-    SetCaption(Quintave.editframe,
-               "[Template: " + NameText(TemplateName) + "] - RPX File(s): " + CaptionName(ReportFileName) + "; ");
+    ShowSavedName();
     return true;
 }
 
@@ -84,7 +109,8 @@ bool WriteReportFile() {
         FileMark = ReportFileName;
         FileMarkDir = ReportFileDir;
     }
-    const Integer fault = FaultOf([&] { WriteTo(ReportFileDir + ReportFileName, temporary); });
+    std::string kept;
+    const Integer fault = FaultOf([&] { kept = WriteTo(ReportFileDir + ReportFileName, temporary); });
     if (fault != 0) {
         MsgBox(WriteErrorText(fault), CriticalIcon, "Quintave");
         return false;
@@ -92,6 +118,7 @@ bool WriteReportFile() {
     if (temporary) return true;
     DataChanged = False;
     SettleRecovery();
+    if (!kept.empty()) TellKept(kept);
     return true;
 }
 
@@ -104,7 +131,7 @@ void CommandSave_Click() {
     }
     ReportFileName = FileMark;
     ReportFileDir = FileMarkDir;
-    WriteReportFile();
+    if (WriteReportFile()) ShowSavedName(); // it may be one that SaveAs could not write
     if (DataChanged == False) SetFocus(ActiveRows());
 }
 

@@ -14,6 +14,9 @@
 
 namespace {
 
+// The values written of the present report; an empty text is none.
+long Values = 0;
+
 // Not put together first: a value may be long.
 void WriteQuoted(OutputFile &file, std::string_view text, std::string_view end) {
     file.Write("\"");
@@ -51,6 +54,7 @@ void WriteFieldValue(OutputFile &file, Integer element, std::string_view value) 
     for (std::size_t first = 0; first <= value.size();) {
         const auto end = std::min(value.find('|', first), value.size());
         const std::string_view piece = value.substr(first, end - first);
+        if (!piece.empty()) ++Values;
         if (FieldInfo[element][TypeCode] == Memo)
             WriteLines(file, element, piece);
         else
@@ -142,9 +146,11 @@ void CheckCounts() {
     }
 }
 
-void WriteReport(OutputFile &file, std::string_view templateName) {
+long WriteReport(OutputFile &file, std::string_view templateName) {
+    Values = 0;
     file.Write("0," + Quoted(VersionIdentifier) + "," + Quoted(HeaderName(templateName)) + NL);
     WriteElements(file);
+    return Values;
 }
 
 std::string WrittenText(Integer element, std::string_view value) {

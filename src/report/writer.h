@@ -12,9 +12,10 @@ class OutputFile;
 // back. To be called before a report is replaced.
 void CheckCounts();
 
-// Writes the entries, made on a template of that name. Changes nothing of them. The errors of the file and of the
+// Writes the entries, made on a template of that name. Changes nothing of them. Returns how many values it wrote, each
+// instance and each member of an occurrence counted. The errors of the file and of the
 // groups' stores; what was written before one stays.
-void WriteReport(OutputFile &file, std::string_view templateName);
+long WriteReport(OutputFile &file, std::string_view templateName);
 
 // A value as a report holds it: without the blanks at its end, in a MEMO with an apostrophe for each double quote.
 std::string WrittenText(Integer element, std::string_view value);

@@ -2,9 +2,11 @@
 // command works, no file stays open, and the report's earlier version is there.
 #include "reliability/trial.h"
 
+#include "form/main_window.h"
 #include "main/user_resources.h"
 #include "platform/console/answers.h"
 #include "platform/runtime.h"
+#include "support/user.h"
 
 #include <gtest/gtest.h>
 
@@ -13,6 +15,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <set>
 
 namespace {
@@ -171,6 +174,30 @@ TEST_P(FailingCalls, OnceOrFromThenOnLoseNothing) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Operation, FailingCalls, testing::ValuesIn(Operations()), NameOfOperation);
+
+// Where only the opening fails nothing has happened to the report, and nothing is to lie beside it.
+TEST(Save, ThatCannotOpenItsReportLeavesNothingBesideIt) {
+    const Site site;
+    const std::string before = InProcess([&]() -> std::string {
+        StartSession(site.Path());
+        const std::string saved = site.Read("a.rpx");
+        const auto save = [] { Press(Quintave.CommandSave); };
+        int opens = 0;
+        int opening = 0; // the call that opens the report for writing
+        for (const MadeCall &call : WatchCalls(save)) {
+            if (call.Kind != FileCall::Open) continue;
+            ++opens;
+            if (call.Path.ends_with("a.rpx") && (call.Flags & O_ACCMODE) == O_WRONLY) opening = opens;
+        }
+        const std::string again = site.Read("a.rpx");
+        WatchCalls(save, {FileCall::Open, opening, EACCES});
+        if (opening == 0 || saved == again || Dialogs.Messages.size() != 1) return "nothing was tried";
+        if (!Contains(Dialogs.Messages[0].Text, ErrorText(PermissionDenied))) return Dialogs.Messages[0].Text;
+        if (site.Has("a.rpx~")) return "a copy is left";
+        return site.Read("a.rpx") == again ? "" : "the report has changed";
+    });
+    EXPECT_EQ(before, "");
+}
 
 // The user's own resource directory, filled at the first start: the fault is told, and the next start brings the rest.
 TEST(FirstStart, FillsTheUsersDirectoryInTheEndWhateverFailsAtFirst) {

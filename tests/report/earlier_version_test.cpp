@@ -83,8 +83,9 @@ TEST_F(EarlierVersion, ThatDoesNotFitOnTheDiskRefusesTheSave) {
 TEST_F(EarlierVersion, IsDoneWithoutWhereADirectoryIsInItsWay) {
     folder.Write("a.rpx", Old);
     std::filesystem::create_directory(folder.Path() + "a.rpx~");
+    RowValue[0] = "new";
     EXPECT_TRUE(WriteReportFile());
-    EXPECT_EQ(folder.Read("a.rpx"), ReportHeader);
+    EXPECT_EQ(folder.Read("a.rpx"), ReportText({R"(1,1,"Title","new")"}));
     EXPECT_THAT(Names(), ElementsAre("a.rpx", "a.rpx~"));
     EXPECT_TRUE(Dialogs.Messages.empty());
 }
@@ -92,8 +93,9 @@ TEST_F(EarlierVersion, IsDoneWithoutWhereADirectoryIsInItsWay) {
 TEST_F(EarlierVersion, IsDoneWithoutWhereADirectoryIsInTheWayOfItsMaking) {
     folder.Write("a.rpx", Old);
     std::filesystem::create_directory(folder.Path() + "a.rpx~~");
+    RowValue[0] = "new";
     EXPECT_TRUE(WriteReportFile());
-    EXPECT_EQ(folder.Read("a.rpx"), ReportHeader);
+    EXPECT_EQ(folder.Read("a.rpx"), ReportText({R"(1,1,"Title","new")"}));
     EXPECT_TRUE(Dialogs.Messages.empty());
 }
 
@@ -173,4 +175,37 @@ TEST_F(EarlierVersion, StaysWhenAGroupsStoreIsGoneInTheMiddleOfTheWrite) {
     EXPECT_FALSE(WriteReportFile());
     EXPECT_EQ(LastMessage(), WriteMessage("53 - File not found"));
     EXPECT_EQ(folder.Read("a.rpx~"), Old);
+    EXPECT_EQ(folder.Read("a.rpx"), "0,\"QuintaveV2\",\"GROUP.FTF\"\r\n"); // what came before the group
+}
+
+TEST_F(EarlierVersion, OfAReportThatWasPutBackAfterAFailureIsKeptToo) {
+    folder.Write("a.rpx", Old);
+    const std::string putBack = Old + "1,1,\"Title\",\"from elsewhere\"\r\n";
+    RowValue[0] = std::string(100, 'n');
+    const auto failToSave = [&] {
+        const FileSizeLimit limit(putBack.size() + 5);
+        EXPECT_FALSE(WriteReportFile());
+    };
+    failToSave();
+    folder.Write("a.rpx", putBack);
+    failToSave();
+    EXPECT_EQ(folder.Read("a.rpx~"), Old);
+    EXPECT_EQ(folder.Read("a.rpx~~"), putBack);
+    failToSave();
+    EXPECT_THAT(Names(), ElementsAre("a.rpx", "a.rpx~", "a.rpx~~"));
+    RowValue[0] = "a|b";
+    EXPECT_TRUE(WriteReportFile());
+    EXPECT_THAT(Names(), ElementsAre("a.rpx"));
+}
+
+TEST_F(EarlierVersion, IsStillThereForTheNextSaveWhereThePartThatWasWrittenHasGone) {
+    folder.Write("a.rpx", Old);
+    RowValue[0] = std::string(60, 'n');
+    {
+        const FileSizeLimit limit(Old.size() + 5);
+        EXPECT_FALSE(WriteReportFile());
+    }
+    std::filesystem::remove(folder.Path() + "a.rpx");
+    EXPECT_TRUE(WriteReportFile());
+    EXPECT_THAT(Names(), ElementsAre("a.rpx"));
 }

@@ -331,7 +331,8 @@ TEST_F(Reader, AfterAFaultTheFileIsClosedAndMayBeWritten) {
     Load({R"(1,1,"Title","x")", "broken"});
     Forget();
     EXPECT_EQ(SaveAs("A.rpx"), ReportText({R"(1,1,"Title","x")"}));
-    EXPECT_TRUE(Dialogs.Messages.empty());
+    ASSERT_EQ(Dialogs.Messages.size(), 1U);
+    EXPECT_EQ(Dialogs.Messages[0].Style, InformationIcon); // the damaged one is kept
 }
 
 TEST_F(Reader, NoFileStaysOpenAfterALoadASaveOrAFailure) {

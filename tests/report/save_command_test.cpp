@@ -260,6 +260,17 @@ TEST_F(SaveCommand, ANameThatCouldNotBeWrittenIsTriedAgainByTheNextSave) {
     Press(Quintave.CommandSave);
     EXPECT_EQ(folder.Read("none/a.rpx"), ReportText({R"(1,1,"Title","Wells")"}));
     EXPECT_EQ(DataChanged, False);
+    EXPECT_EQ(Quintave.editframe.Caption, "[Template: SITE.FTF] - RPX File(s): a; ");
+}
+
+TEST_F(SaveCommand, TheCaptionNamesTheReportThatASaveRepeatedAfterAFailedSaveAs) {
+    Start(TwoFields);
+    PickNames({PathOf("a.rpx")});
+    PickNames({PathOf("none/b.rpx")});
+    EXPECT_EQ(Quintave.editframe.Caption, "[Template: SITE.FTF] - RPX File(s): a; ");
+    std::filesystem::create_directory(folder.Path() + "none");
+    Press(Quintave.CommandSave);
+    EXPECT_EQ(Quintave.editframe.Caption, "[Template: SITE.FTF] - RPX File(s): b; ");
 }
 
 TEST_F(SaveCommand, AFailedSaveEndsAfterItsMessage) {
@@ -275,6 +286,25 @@ TEST_F(SaveCommand, AFailedSaveEndsAfterItsMessage) {
     EXPECT_TRUE(Dialogs.Asked.empty());
     EXPECT_EQ(DataChanged, True);
     EXPECT_EQ(RowValue[1], "Bern");
+    EXPECT_EQ(Quintave.editframe.Caption, "[Template: SITE.FTF] - RPX File(s): a; ");
+}
+
+TEST_F(SaveCommand, AFailedSaveLeavesTheFocusWhereItWas) {
+    Start(TwoFields);
+    Enter(0, "Wells");
+    SaveAs("a.rpx");
+    std::filesystem::remove(folder.Path() + "a.rpx");
+    std::filesystem::create_directory(folder.Path() + "a.rpx");
+    Open(1);
+    Type("Bern");
+    const Control *const box = Focused();
+    PressCtrl('S');
+    EXPECT_EQ(Focused(), box);
+    EXPECT_NE(Focused(), &Quintave.List1[0]);
+    EXPECT_EQ(DataChanged, True);
+    Type("e"); // what is typed on goes to the same value
+    PressEnter();
+    EXPECT_EQ(RowValue[1], "Berne");
 }
 
 TEST_F(SaveCommand, AFullDiskThatShowsAtTheEndIsTold) {

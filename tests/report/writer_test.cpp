@@ -301,6 +301,7 @@ TEST_F(Writer, AVanishedStoreEndsTheWriteWithItsMessage) {
     EXPECT_FALSE(WriteReportFile());
     EXPECT_EQ(Dialogs.Messages, std::vector{WriteMessage("53 - File not found")});
     EXPECT_EQ(DataChanged, True);
+    EXPECT_EQ(folder.Read("a.rpx"), ReportText({R"(1,1,"Title","Wells")"})); // the part before it stays
 }
 
 TEST_F(Writer, TheOpenOccurrenceIsStoredBeforeTheFileIsWritten) {
