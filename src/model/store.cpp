@@ -4,6 +4,8 @@
 #include "model/field_model.h"
 #include "model/work_files.h"
 
+#include <algorithm>
+
 namespace {
 
 // What WrittenStores and StoreChanges tell.
@@ -24,6 +26,13 @@ GroupCounts CountsIn(std::string_view header, Integer head) {
         throw RuntimeError{InputPastEnd};
     if (counts.Occurrences < 0) throw RuntimeError{Overflow};
     return counts;
+}
+
+GroupCounts CountsOf(Integer head) {
+    if (WorkFilesAreHeld()) return CountsIn(ReadWorkFile(GroupFileName(head)), head);
+    BinaryFile file;
+    file.Open(ResourceDir + GroupFileName(head));
+    return CountsIn(file.Read(1, std::min<long>(file.Size(), GroupHeader)), head);
 }
 
 GroupCounts ReadStore(Integer head, std::string &occurrences) {

@@ -19,6 +19,9 @@ struct GroupCounts {
 // counts more than 32,767 occurrences.
 GroupCounts CountsIn(std::string_view header, Integer head);
 
+// Those of a group's store, whose occurrences are left unread; error 53 where it is missing.
+GroupCounts CountsOf(Integer head);
+
 // The counts of a group's store and its occurrences, one string of at most Items x Occurrences bytes; those behind its
 // end are blank. Error 53 where the store is missing; error 62 where its header does not belong to the group.
 GroupCounts ReadStore(Integer head, std::string &occurrences);

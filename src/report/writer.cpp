@@ -121,6 +121,7 @@ void WriteElements(OutputFile &file) {
 
 // Each instance of a MEMO has as many lines as a report can count.
 void CheckLines(std::string_view value) {
+    if (value.size() <= NL.size() * INT16_MAX) return; // too short for so many
     std::size_t lines = 1;
     for (std::size_t i = 0; i < value.size(); ++i) {
         if (value[i] == '|') lines = 1;
@@ -138,10 +139,9 @@ std::string HeaderName(std::string_view templateName) {
 } // namespace
 
 void CheckCounts() {
-    std::string occurrences;
     for (const Integer e : Elements()) {
         // A store that is missing or cut short is the write's own fault: what stands before its group is written.
-        if (IsGroupStart(e) && FaultOf([&] { ReadStore(e, occurrences); }) == Overflow) throw RuntimeError{Overflow};
+        if (IsGroupStart(e) && FaultOf([&] { CountsOf(e); }) == Overflow) throw RuntimeError{Overflow};
         if (HasRow(e) && FieldInfo[e][TypeCode] == Memo) CheckLines(ValueOf(e));
     }
 }
