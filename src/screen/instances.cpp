@@ -24,7 +24,7 @@ bool HasEntry(Integer element) { return !IsList(element) || ActiveChoices().List
 // What the entry controls hold, a pending edit committed first.
 std::string EntryText(Integer element) {
     CommitPendingEdit();
-    if (!IsList(element)) return ValueBox(FieldInfo[element][TypeCode]).Text;
+    if (!IsList(element)) return ShownText();
     const std::string choice = SelectedChoice();
     if (IsClear(choice)) return "";
     return IsOther(choice) ? OtherBox(ActiveList).Text : choice;

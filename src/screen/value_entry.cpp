@@ -58,10 +58,16 @@ void LimitLength(Control &box) {
     if (static_cast<long>(box.Text.size()) > limit) SetText(box, CutText(box.Text, limit), box.Caret);
 }
 
+void TellCut(std::string_view what, std::size_t count) {
+    MsgBox("The text was longer than its field allows and was cut. " + std::string(what) +
+               " left out: " + std::to_string(count),
+           InformationIcon, "Quintave");
+}
+
 std::string WithoutReserved(std::string_view text) {
     std::string clean = RTrim(text);
     std::erase_if(clean, [](char c) { return c == '|' || c == '"'; });
-    return RTrim(clean);
+    return clean;
 }
 
 // Stores a text as the value of the selected row, or of its instance shown, and rewrites the row.
@@ -78,13 +84,20 @@ void StoreValue(const std::string &text, const std::string &trail) {
     }
 }
 
+// A text that nobody edited stays as it was loaded.
+bool IsEdited(const Control &box) { return box.Text != ShownText(); }
+
+// The box itself stays as it is: the user may go on in it.
+void StoreEdit(const Control &box) {
+    if (IsEdited(box)) StoreValue(WithoutReserved(box.Text), std::string(box.Name) + "-LostFocus");
+}
+
 void CommitEdit(Control &box) {
     SetBackColor(box, LightGrey);
     if (EntryFlag != True) return;
     EntryFlag = False;
-    const std::string text = WithoutReserved(box.Text);
-    SetText(box, text, box.Caret);
-    StoreValue(text, std::string(box.Name) + "-LostFocus");
+    StoreEdit(box);
+    if (IsEdited(box)) SetText(box, WithoutReserved(box.Text), box.Caret);
 }
 
 // The free-text box whose edit is still to be committed; null for none.
@@ -118,23 +131,21 @@ std::string FreeTextOf(const std::string &value) {
 } // namespace
 
 void CommitPendingEdit() {
-    Control *const box = EditedBox();
-    if (box == nullptr) return;
-    RunEvent(*box, Event::LostFocus);
-    RunEvent(*box, Event::GotFocus);
+    const Control *const box = EditedBox();
+    if (box != nullptr) StoreEdit(*box);
 }
 
 std::string EditedValue() {
     const Control *const box = EditedBox();
     const std::string &value = RowValue[CurrentField];
-    if (box == nullptr) return value;
+    if (box == nullptr || !IsEdited(*box)) return value;
     const std::string text = WithoutReserved(box->Text);
     return InstancesShown() < 2 ? text : WithInstance(value, ShownInstance(), text);
 }
 
 std::string EditedItems() {
     const Control *const box = EditedBox();
-    return box == nullptr ? GroupItems : ItemsWith(CurrentField, WithoutReserved(box->Text));
+    return box == nullptr || !IsEdited(*box) ? GroupItems : ItemsWith(CurrentField, WithoutReserved(box->Text));
 }
 
 void TypeIntoBox(Control &box, char character) {
@@ -168,9 +179,13 @@ void Text1_KeyDown(Integer /*Index*/, Integer &KeyCode, Integer Shift) {
 
 void Text1_KeyPress(Integer Index, Integer &KeyAscii) {
     if (TakesKey(KeyAscii)) return;
+    const Control &box = Text1At(Index);
+    const std::size_t loaded = box.Text.size();
     Text1_Change(Index);
+    const std::size_t left = loaded - box.Text.size();
     Text1_LostFocus(Index);
     LeaveForNextRow();
+    if (left > 0) TellCut("Characters", left);
 }
 
 void Text1_Change(Integer Index) {

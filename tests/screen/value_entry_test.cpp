@@ -103,6 +103,13 @@ TEST_F(ValueEntry, PastedReservedCharactersAreRemovedAtTheCommit) {
     EXPECT_EQ(MessageCount(), 0u);
 }
 
+TEST_F(ValueEntry, ABlankBeforeAReservedCharacterIsNoneAtTheEnd) {
+    Open(TitleRow);
+    Paste(title, "abc \"  ");
+    UserEnters(Quintave.CommandSave);
+    EXPECT_EQ(RowValue[TitleRow], "abc ");
+}
+
 TEST_F(ValueEntry, ACharacterThatNoFileCanHoldIsRefusedByName) {
     Open(TitleRow);
     Type("a\u03A9b");
@@ -183,6 +190,69 @@ TEST_F(ValueEntry, ALoadedValueOverTheLimitStaysUntilItIsEdited) {
     code.Caret = 0;
     Type("x");
     EXPECT_EQ(code.Text, "xabcd");
+}
+
+TEST_F(ValueEntry, EnterCutsALoadedValueOverTheLimitAndTellsIt) {
+    for (const Integer shift : {Integer{0}, CtrlMask}) {
+        Give(CodeRow, "abcdefgh");
+        Open(CodeRow);
+        PressEnter(shift);
+        EXPECT_EQ(RowValue[CodeRow], "abcde");
+        EXPECT_EQ(Row(CodeRow), RowOf("Code", "abcde"));
+        EXPECT_EQ(DataChanged, True);
+        EXPECT_EQ(CurrentField, NotesRow);
+        EXPECT_EQ(Focused(), &Quintave.List1[0]);
+        EXPECT_THAT(Dialogs.Messages,
+                    ElementsAre(FieldsAre("Quintave",
+                                          "The text was longer than its field allows and was cut. Characters left out: "
+                                          "3",
+                                          OkOnly + InformationIcon)));
+        Dialogs.Messages.clear();
+    }
+}
+
+TEST_F(ValueEntry, EnterOnAValueWithinTheLimitTellsNothing) {
+    Give(CodeRow, "abcde");
+    Open(CodeRow);
+    PressEnter();
+    Open(CodeRow);
+    Type("f");
+    PressEnter();
+    EXPECT_EQ(RowValue[CodeRow], "abcde");
+    EXPECT_EQ(MessageCount(), 0u);
+}
+
+TEST_F(ValueEntry, EveryOtherWayOutKeepsALoadedValueOverTheLimit) {
+    const std::vector<void (*)()> ways{
+        [] { UserEnters(Quintave.CommandSave); },
+        [] { ClickRow(Quintave.List1[0], LastRow); },
+        [] { DoubleClickRow(Quintave.List1[0], TitleRow); },
+        [] { PressCtrl('S'); },
+        [] { CloseMainWindow(); },
+    };
+    for (const auto &way : ways) {
+        Give(CodeRow, "abcdefgh");
+        Open(CodeRow);
+        way();
+        EXPECT_EQ(RowValue[CodeRow], "abcdefgh");
+        EXPECT_EQ(DataChanged, False);
+        EXPECT_EQ(MessageCount(), 0u);
+    }
+}
+
+TEST_F(ValueEntry, ALoadedValueThatNobodyEditsKeepsItsBlanks) {
+    Give(TitleRow, "Wells  ");
+    Open(TitleRow);
+    UserEnters(Quintave.CommandSave);
+    EXPECT_EQ(RowValue[TitleRow], "Wells  ");
+    Give(TitleRow, "a  |b ");
+    Select(TitleRow);
+    for (const Integer instance : {Integer{2}, Integer{1}, Integer{2}}) {
+        UserEnters(title);
+        UserScrolls(Quintave.FIScroll, instance);
+    }
+    EXPECT_EQ(RowValue[TitleRow], "a  |b ");
+    EXPECT_EQ(DataChanged, False);
 }
 
 // Committing
@@ -272,6 +342,30 @@ TEST_F(ValueEntry, SavingFromInsideABoxWritesTheTextJustTyped) {
     UserEnters(Quintave.CommandQuit);
     EXPECT_EQ(DataChanged, False);
     EXPECT_EQ(RowValue[TitleRow], "Wells");
+}
+
+TEST_F(ValueEntry, ACancelledSaveLeavesTheBoxAsItIs) {
+    Open(TitleRow);
+    Paste(title, "Hello| ");
+    title.Caret = 5;
+    PressCtrl('S');
+    ASSERT_EQ(Dialogs.Asked.size(), 1u);
+    EXPECT_EQ(title.Text, "Hello| ");
+    EXPECT_EQ(title.Caret, 5);
+    EXPECT_EQ(title.BackColor, White);
+    EXPECT_EQ(RowValue[TitleRow], "Hello");
+    EXPECT_EQ(Row(TitleRow), RowOf("Title", "Hello"));
+}
+
+TEST_F(ValueEntry, TypingGoesOnBehindABlankAfterACancelledSave) {
+    Open(TitleRow);
+    Type("Hello ");
+    PressCtrl('S');
+    ASSERT_EQ(Dialogs.Asked.size(), 1u);
+    EXPECT_EQ(Focused(), &title);
+    Type("world");
+    PressEnter();
+    EXPECT_EQ(RowValue[TitleRow], "Hello world");
 }
 
 TEST_F(ValueEntry, LeavingAnUnchangedBoxChangesNothing) {
