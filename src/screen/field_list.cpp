@@ -70,9 +70,8 @@ void List1_KeyDown(Integer /*Index*/, Integer &KeyCode, Integer Shift) {
     if (Shift == CtrlMask) {
         CtrlHeld = True;
         HandleCommandKey(KeyCode);
-    } else if (KeyCode == DeleteKey) {
-        DeleteRowData();
     }
+    if (KeyCode == DeleteKey) DeleteRowData();
 }
 
 void List1_ForeignKey(std::string_view Character) {

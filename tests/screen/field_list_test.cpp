@@ -182,6 +182,18 @@ TEST_F(FieldList, DeleteOnAFilledRowAsksAndYesEmptiesAllItsInstances) {
     EXPECT_EQ(CurrentField, TitleRow);
 }
 
+TEST_F(FieldList, DeleteTogetherWithCtrlOrShiftIsDelete) {
+    for (const Integer shift : {CtrlMask, ShiftMask}) {
+        Give(TitleRow, "Wells");
+        Select(TitleRow);
+        Dialogs.Answers = {YesAnswer};
+        PressKey(DeleteKey, shift);
+        EXPECT_THAT(Dialogs.Messages, ElementsAre(FieldsAre(DeleteTitle, DeleteQuestion, YesNo + QuestionIcon)));
+        EXPECT_EQ(RowValue[TitleRow], "");
+        Dialogs.Messages.clear();
+    }
+}
+
 TEST_F(FieldList, NoToTheQuestionChangesNothing) {
     Give(TitleRow, "Wells|Springs");
     Select(TitleRow);
