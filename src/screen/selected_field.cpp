@@ -55,14 +55,14 @@ void PutOldControlsAway(Integer element, ShowMode mode) {
 
 void FillChoices(Integer element) {
     Control &choices = ActiveChoices();
-    const std::string name = ChoiceFileName(element);
-    if (choices.Tag == name) return;
+    const std::string path = ResourceDir + ChoiceFileName(element);
+    if (choices.Tag == path && !choices.Rows.empty()) return;
     ClearRows(choices);
-    choices.Tag = name;
+    choices.Tag = path;
     try {
         for (const auto &choice : ReadChoiceFile(element)) AddRow(choices, choice);
     } catch (const RuntimeError &) { // a missing file is an empty list, and is looked for again
-        choices.Tag.clear();
+        ClearRows(choices);
     }
 }
 

@@ -288,6 +288,26 @@ TEST_F(SelectedField, AMissingChoiceFileLeavesTheListEmptyWithoutAMessage) {
     EXPECT_EQ(RowValue[ColourRow], "");
 }
 
+TEST_F(SelectedField, TheChoiceListsTagIsThePathOfItsFile) {
+    Start(Site);
+    Select(ColourRow);
+    EXPECT_EQ(Quintave.List2[0].Tag, ResourceDir + "LST00005.XXX");
+    std::remove("LST00012.XXX");
+    Select(ToneRow);
+    EXPECT_EQ(Quintave.List2[0].Tag, ResourceDir + "LST00012.XXX");
+    EXPECT_THAT(Quintave.List2[0].Rows, IsEmpty());
+}
+
+TEST_F(SelectedField, AChoiceFileThatIsBackIsRead) {
+    Start(Site);
+    Select(ToneRow);
+    std::remove("LST00005.XXX");
+    Select(ColourRow);
+    folder.Write("LST00005.XXX", "\"Green\"\r\n");
+    Select(ColourRow);
+    EXPECT_THAT(Quintave.List2[0].Rows, ElementsAre("Green"));
+}
+
 TEST_F(SelectedField, AnotherTemplateWithTheSameFileNameShowsItsOwnChoices) {
     Start(Join({ListOf(1, 20, "Colour", {"Red"})}));
     Select(0);
