@@ -27,7 +27,8 @@ std::string EntryText(Integer element) {
     if (!IsList(element)) return ShownText();
     const std::string choice = SelectedChoice();
     if (IsClear(choice)) return "";
-    return IsOther(choice) ? OtherBox(ActiveList).Text : choice;
+    if (!IsOther(choice)) return choice;
+    return OtherBox(ActiveList).Visible ? OtherBox(ActiveList).Text : ShownText();
 }
 
 // An empty entry, for the instance that was added.

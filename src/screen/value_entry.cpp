@@ -239,7 +239,6 @@ void List2_KeyDown(Integer /*Index*/, Integer &KeyCode, Integer Shift) {
 void List2_MouseDown(Integer /*Index*/) { UserKey = True; }
 
 void List2_Click(Integer Index) {
-    if (UserKey != True) return;
     UserKey = False;
     const Control &choices = List2At(Index);
     const auto isOtherAt = [&](Integer row) {

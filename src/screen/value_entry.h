@@ -9,7 +9,7 @@
 struct Control;
 
 extern Integer EntryFlag;       // true while a free-text box has the focus: leaving it commits
-extern Integer UserKey;         // true: the next selection in the choice list or of an occurrence is the user's
+extern Integer UserKey;         // true: the next selection of an occurrence is the user's
 extern Integer CtrlHeld;        // true: the last key went down with Ctrl alone; 13 for Ctrl+Enter
 extern Integer AcceptingChoice; // true while a choice is being accepted
 

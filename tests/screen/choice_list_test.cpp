@@ -151,6 +151,44 @@ TEST_F(ChoiceList, MovingOntoOtherShowsItsBoxAndMovingOffHidesIt) {
     EXPECT_EQ(RowValue[0], "");
 }
 
+TEST_F(ChoiceList, OtherSelectedWithoutKeyOrPressShowsItsBoxToo) {
+    Open(0);
+    ClickRow(choices, Red);
+    UserSelects(choices, Other); // a drag goes on, a screen reader selects
+    EXPECT_THAT(ShownEntryControls(), ElementsAre("Text2_2", "List2_0"));
+    UserSelects(choices, Blue);
+    EXPECT_THAT(ShownEntryControls(), ElementsAre("List2_0"));
+    EXPECT_EQ(choices.ListIndex, Blue);
+    UserSelects(choices, Other);
+    UserEnters(other);
+    Type("Ochre");
+    PressEnter();
+    EXPECT_EQ(RowValue[0], "Ochre");
+}
+
+TEST_F(ChoiceList, OtherIsShownWithWhatItsInstanceHolds) {
+    Give(0, "Red|Blue");
+    UserSelects(choices, Other);
+    EXPECT_EQ(other.Text, "Red");
+    UserScrolls(Quintave.FIScroll, 2);
+    EXPECT_EQ(RowValue[0], "Red|Blue");
+    EXPECT_EQ(DataChanged, False);
+}
+
+TEST_F(ChoiceList, TheTextOfAHiddenBoxIsNeverStored) {
+    Give(0, "Ochre");
+    Give(1, "Mango");
+    Give(0, "Red|Blue");
+    ShowListIndex(choices, Other); // selected, but the box is not shown
+    ASSERT_FALSE(other.Visible);
+    SetText(other, "left over", 0);
+    UserScrolls(Quintave.FIScroll, 2);
+    EXPECT_EQ(RowValue[0], "Red|Blue");
+    ShowListIndex(choices, Other);
+    Press(Quintave.FIAdd);
+    EXPECT_EQ(RowValue[0], "Red|Blue");
+}
+
 TEST_F(ChoiceList, AcceptingOtherShowsItsBoxWithTheFocusAndStaysOnTheRow) {
     Select(0);
     DoubleClickRow(choices, Other);
