@@ -14,6 +14,7 @@
 #include "screen/selected_field.h"
 #include "screen/selection.h"
 
+#include <algorithm>
 #include <climits>
 
 Integer EntryFlag = False;
@@ -58,10 +59,26 @@ void LimitLength(Control &box) {
     if (static_cast<long>(box.Text.size()) > limit) SetText(box, CutText(box.Text, limit), box.Caret);
 }
 
+// Of a box: where its last line ends that the count of a report's record can tell; npos where there is no line behind.
+std::size_t EndOfLastLine(const std::string &text) {
+    constexpr int MostLines = INT16_MAX;
+    std::size_t end = text.find(NL);
+    for (int line = 1; line < MostLines && end != std::string::npos; ++line) end = text.find(NL, end + NL.size());
+    return end;
+}
+
 void TellCut(std::string_view what, std::size_t count) {
     MsgBox("The text was longer than its field allows and was cut. " + std::string(what) +
                " left out: " + std::to_string(count),
            InformationIcon, "Quintave");
+}
+
+void LimitLines(Control &box) {
+    const std::size_t end = EndOfLastLine(box.Text);
+    if (end == std::string::npos) return;
+    const auto left = std::count(box.Text.begin() + static_cast<std::ptrdiff_t>(end), box.Text.end(), '\n');
+    SetText(box, Left(box.Text, static_cast<long>(end)), box.Caret);
+    TellCut("Lines", static_cast<std::size_t>(left));
 }
 
 std::string WithoutReserved(std::string_view text) {
@@ -112,11 +129,12 @@ void LeaveForNextRow() {
 }
 
 // A key of a free-text box is the box's, or refused; false for one that finishes the value, and is none of the box's.
-bool TakesKey(Integer &keyAscii) {
+bool TakesKey(const Control &box, Integer &keyAscii) {
     if (CtrlHeld == True) return true;
-    const bool refused = RefuseReservedKey(keyAscii);
-    const bool many = FieldInfo[SelectedElement()][TypeCode] == Memo; // Enter is a line break there
-    const bool finishes = !refused && (keyAscii == CtrlEnterCode || (keyAscii == EnterCode && !many));
+    const bool breaksLine = keyAscii == EnterCode && FieldInfo[SelectedElement()][TypeCode] == Memo;
+    const bool refused =
+        RefuseReservedKey(keyAscii) || (breaksLine && EndOfLastLine(box.Text + std::string(NL)) != std::string::npos);
+    const bool finishes = !refused && !breaksLine && (keyAscii == CtrlEnterCode || keyAscii == EnterCode);
     if (refused || finishes) keyAscii = 0;
     return !finishes;
 }
@@ -178,8 +196,8 @@ void Text1_KeyDown(Integer /*Index*/, Integer &KeyCode, Integer Shift) {
 }
 
 void Text1_KeyPress(Integer Index, Integer &KeyAscii) {
-    if (TakesKey(KeyAscii)) return;
     const Control &box = Text1At(Index);
+    if (TakesKey(box, KeyAscii)) return;
     const std::size_t loaded = box.Text.size();
     Text1_Change(Index);
     const std::size_t left = loaded - box.Text.size();
@@ -192,6 +210,7 @@ void Text1_Change(Integer Index) {
     UserKey = False;
     MarkChanged();
     LimitLength(Text1At(Index));
+    LimitLines(Text1At(Index));
 }
 
 void Text1_LostFocus(Integer Index) { CommitEdit(Text1At(Index)); }
@@ -201,7 +220,7 @@ void Text2_GotFocus(Integer Index) { BeginEdit(Text2At(Index)); }
 void Text2_KeyDown(Integer Index, Integer &KeyCode, Integer Shift) { Text1_KeyDown(Index, KeyCode, Shift); }
 
 void Text2_KeyPress(Integer Index, Integer &KeyAscii) {
-    if (TakesKey(KeyAscii)) return;
+    if (TakesKey(Text2At(Index), KeyAscii)) return;
     Text2_LostFocus(Index);
     LeaveForNextRow();
 }

@@ -192,6 +192,46 @@ TEST_F(ValueEntry, ALoadedValueOverTheLimitStaysUntilItIsEdited) {
     EXPECT_EQ(code.Text, "xabcd");
 }
 
+namespace {
+
+constexpr int MostLines = 32767;
+
+// That many lines of no characters.
+std::string LinesOfNone(int count) {
+    std::string text;
+    for (int line = 1; line < count; ++line) text += "\r\n";
+    return text;
+}
+
+} // namespace
+
+TEST_F(ValueEntry, NoLineBreakIsTakenBehindTheLastLineAReportCanCount) {
+    Give(NotesRow, LinesOfNone(MostLines - 1));
+    Open(NotesRow);
+    PressEnter();
+    EXPECT_TRUE(notes.Text == LinesOfNone(MostLines));
+    PressEnter();
+    EXPECT_TRUE(notes.Text == LinesOfNone(MostLines));
+    Type("x");
+    PressEnter(CtrlMask);
+    EXPECT_TRUE(RowValue[NotesRow] == LinesOfNone(MostLines) + "x");
+    EXPECT_EQ(MessageCount(), 0u);
+}
+
+TEST_F(ValueEntry, APasteIsCutBehindTheLastLineAndThatIsTold) {
+    Give(NotesRow, LinesOfNone(MostLines - 1));
+    Open(NotesRow);
+    Paste(notes, "a\nb");
+    EXPECT_TRUE(notes.Text == LinesOfNone(MostLines - 1) + "a\r\nb");
+    EXPECT_EQ(MessageCount(), 0u);
+    Paste(notes, "c\nd\ne\nf");
+    EXPECT_TRUE(notes.Text == LinesOfNone(MostLines - 1) + "a\r\nbc");
+    EXPECT_THAT(
+        Dialogs.Messages,
+        ElementsAre(FieldsAre("Quintave", "The text was longer than its field allows and was cut. Lines left out: 3",
+                              OkOnly + InformationIcon)));
+}
+
 TEST_F(ValueEntry, EnterCutsALoadedValueOverTheLimitAndTellsIt) {
     for (const Integer shift : {Integer{0}, CtrlMask}) {
         Give(CodeRow, "abcdefgh");
