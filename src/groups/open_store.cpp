@@ -44,10 +44,12 @@ void CopyRanges(OutputFile &file, const std::vector<Range> &ranges) {
             file.Write(OpenFile.Read(range.First, std::min(BlockBytes, range.End - range.First)));
 }
 
-// Somebody deleted the store, or put another file in its place: what was read and written until now is made anew from
-// the file that is still open.
+// Somebody deleted the store, with its directory even, or put another file in its place, which is told: what was read
+// and written until now is made anew from the file that is still open.
 void NeedStore() {
     if (OpenFile.IsAt(OpenPath)) return;
+    const bool replaced = NameTaken(OpenPath);
+    MakeDirectory(ResourceDir);
     BinaryFile rewritten;
     RewriteStoreFile(
         OpenPath,
@@ -56,18 +58,19 @@ void NeedStore() {
         },
         rewritten);
     OpenFile.Swap(rewritten);
-    throw RuntimeError{FileNotFound};
+    if (replaced) throw RuntimeError{FileNotFound};
 }
 
-void RewriteStore(Integer count, const std::vector<Range> &before, std::string_view between,
-                  const std::vector<Range> &behind) {
+// What lies behind that many occurrences stays where it is.
+void RewriteStore(Integer count, Range before, std::string_view between, Range behind) {
     NeedStore();
+    const Range rest{PositionOf(count), OpenFile.Size() + 1};
     BinaryFile rewritten;
     const auto writeAll = [&](OutputFile &file) {
         file.Write(GroupStoreHeader(GroupItemCount, count));
-        CopyRanges(file, before);
+        CopyRanges(file, {before});
         file.Write(between);
-        CopyRanges(file, behind);
+        CopyRanges(file, {behind, rest});
     };
     RewriteStoreFile(OpenPath, writeAll, rewritten);
     OpenFile.Swap(rewritten);
@@ -116,18 +119,14 @@ void AppendBlankOccurrence() {
 
 void InsertBlankOccurrence(Integer at) {
     const Integer count = ToInteger(GroupOccurrenceCount + 1);
-    const long end = OpenFile.Size() + 1;
-    RewriteStore(count, {{PositionOf(0), PositionOf(at)}}, BlankRecord(),
-                 {{PositionOf(at), PositionOf(count - 1)}, {PositionOf(count), end}});
+    RewriteStore(count, {PositionOf(0), PositionOf(at)}, BlankRecord(), {PositionOf(at), PositionOf(count - 1)});
     Hold(BlankRecord(), at);
 }
 
 void RemoveOccurrence(Integer at) {
     const Integer count = ToInteger(GroupOccurrenceCount - 1);
-    const long end = OpenFile.Size() + 1;
     // The one in hand from now on is read while nothing has changed yet: later it could not be put right.
     const std::string items = OpenFile.Read(PositionOf(at == 0 ? 1 : at - 1), GroupItemCount);
-    RewriteStore(count, {{PositionOf(0), PositionOf(at)}}, "",
-                 {{PositionOf(at + 1L), PositionOf(count + 1L)}, {PositionOf(count), end}});
+    RewriteStore(count, {PositionOf(0), PositionOf(at)}, "", {PositionOf(at + 1L), PositionOf(count + 1L)});
     Hold(items, std::max<Integer>(ToInteger(at - 1), 0));
 }

@@ -6,8 +6,8 @@
 void OpenStore(Integer head);
 void CloseStore();
 
-// Writes GroupItems() as the loaded occurrence. A store that somebody has deleted is made anew as it was, and error 53
-// tells of it.
+// Writes GroupItems() as the loaded occurrence. This and the commands below make a store that somebody has deleted
+// anew; error 53 tells once of another file that was put in its place.
 void WriteOccurrence();
 
 // Makes the loaded occurrence blank, in the store and then in GroupItems().

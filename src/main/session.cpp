@@ -85,7 +85,7 @@ void CommandReset_Click() {
 }
 
 void CommandQuit_Click() {
-    if (!LeaveGroup()) return;
+    LeaveGroup(); // where its occurrence cannot be stored, and that was told, the question still comes
     CommitPendingEdit();
     if (MayEnd("Do you want to SAVE this field information before you QUIT?", "Quit Quintave"))
         EndSession();

@@ -130,28 +130,117 @@ TEST_F(GroupStore, ResetMakesAMissingStoreAnew) {
 // While the group is open
 // ------------------------------------------------------------------------------
 
-TEST_F(GroupStore, AStoreDeletedMeanwhileIsToldOnceAndNothingIsLost) {
-    const std::vector<void (*)()> commands{
-        [] { PressCtrl('N'); }, [] { PressCtrl('T'); }, [] { PressCtrl('I'); },
-        [] { PressCtrl('D'); }, [] { PressCtrl('E'); }, [] { UserSelects(Quintave.TblFldNum, 2); },
-    };
-    for (std::size_t i = 0; i < commands.size(); ++i) {
-        OpenWith({"a", "b", "c"});
-        while (GroupLoadedOccurrence != 1) PressCtrl(GroupLoadedOccurrence == 0 ? 'N' : 'V');
-        TypeDepth("!");
-        Dialogs.Messages.clear();
+namespace {
+
+struct GroupCommand {
+    void (*Press)();
+    std::vector<std::string> Left; // of a, b! and c, with b! on the screen
+};
+
+const std::vector<GroupCommand> GroupCommands{
+    {[] { PressCtrl('N'); }, {"a", "b!", "c"}},     {[] { PressCtrl('T'); }, {"a", "b!", "c"}},
+    {[] { PressCtrl('I'); }, {"a", "", "b!", "c"}}, {[] { PressCtrl('D'); }, {"a", "c"}},
+    {[] { PressCtrl('E'); }, {"a", "b!", "c"}},     {[] { UserSelects(Quintave.TblFldNum, 2); }, {"a", "b!", "c"}},
+};
+
+} // namespace
+
+TEST_F(GroupStore, AStoreThatVanishesIsMadeAnewByEachCommand) {
+    for (const bool directoryToo : {false, true}) {
+        for (std::size_t i = 0; i < GroupCommands.size(); ++i) {
+            OpenWith({"a", "b", "c"});
+            while (GroupLoadedOccurrence != 1) PressCtrl(GroupLoadedOccurrence == 0 ? 'N' : 'V');
+            TypeDepth("!");
+            directoryToo ? std::filesystem::remove_all(folder.Path()) : std::filesystem::remove(folder.Path() + File);
+            GroupCommands[i].Press();
+            EXPECT_EQ(MessageCount(), 0u) << i;
+            if (ActiveList == GroupList) Press(Quintave.GrpExit);
+            EXPECT_EQ(Bytes().substr(2, 2), Store(Length, GroupCommands[i].Left).substr(2, 2)) << i;
+            EXPECT_TRUE(Bytes().starts_with(Store(Length, GroupCommands[i].Left))) << i;
+            Select(0);
+        }
+    }
+    EXPECT_EQ(MessageCount(), 0u);
+}
+
+TEST_F(GroupStore, AStoreThatIsMadeAnewHasNothingBehindItsOccurrences) {
+    for (const char letter : {'I', 'D', 'N'}) {
+        folder.Write(File, Store(Length, {"a", "b"}, "left over"));
+        Open(0);
+        PressCtrl('T');
         std::filesystem::remove(folder.Path() + File);
-        commands[i]();
-        EXPECT_THAT(Dialogs.Messages, Tells("53 - File not found")) << i;
-        EXPECT_EQ(ActiveList, GroupList);
-        EXPECT_EQ(Row(0), RowOf("Depth", "b!")) << i;
-        EXPECT_EQ(Quintave.TblFldNum.ListIndex, 1) << i;
-        Press(Quintave.GrpExit);
-        EXPECT_EQ(ActiveList, 0);
-        EXPECT_EQ(Bytes(), Store(Length, {"a", "b!", "c"})) << i;
-        EXPECT_EQ(MessageCount(), 1u);
+        PressCtrl(letter);
+        const std::string bytes = letter == 'I'   ? Store(Length, {"", "a", "b"})
+                                  : letter == 'D' ? Store(Length, {"b"}, "b     ")
+                                                  : Store(Length, {"a", "b"});
+        EXPECT_EQ(Bytes(), bytes) << letter;
+        PressCtrl('E');
         Select(0);
     }
+}
+
+TEST_F(GroupStore, WithoutItsStoreAnOpenGroupIsSavedAndLeft) {
+    const Folder elsewhere;
+    const std::vector<std::pair<Control *, std::string>> commands{{&Quintave.CommandSave, "1.rpx"},
+                                                                  {&Quintave.CommandSaveAs, "2.rpx"}};
+    for (const auto &[command, name] : commands) {
+        OpenWith({"a", "b"});
+        PressCtrl('T');
+        TypeDepth("!");
+        std::filesystem::remove_all(folder.Path());
+        Dialogs.Texts = {elsewhere.Path() + name};
+        Press(*command);
+        EXPECT_EQ(ActiveList, 0);
+        EXPECT_EQ(DataChanged, False);
+        EXPECT_NE(elsewhere.Read(name).find("\"a!\""), std::string::npos);
+        EXPECT_NE(elsewhere.Read(name).find("\"b\""), std::string::npos);
+        EXPECT_EQ(MessageCount(), 0u);
+        FileMark = FirstLoad;
+        Select(0);
+    }
+}
+
+TEST_F(GroupStore, WithoutItsStoreTheProgramIsQuitFromAnOpenGroup) {
+    OpenWith({"a", "b"});
+    std::filesystem::remove_all(folder.Path());
+    Press(Quintave.CommandQuit);
+    EXPECT_TRUE(ProgramEnded());
+    EXPECT_EQ(MessageCount(), 0u);
+}
+
+TEST_F(GroupStore, QuitEndsWhereTheStoreCannotBeMadeAnew) {
+    OpenWith({"a", "b"});
+    std::filesystem::remove(folder.Path() + File);
+    const FileSizeLimit limit(4);
+    Press(Quintave.CommandQuit);
+    EXPECT_THAT(Dialogs.Messages, Tells("61 - Disk full"));
+    EXPECT_TRUE(ProgramEnded());
+}
+
+TEST_F(GroupStore, QuitAsksForUnsavedEntriesWhereTheStoreCannotBeMadeAnew) {
+    OpenWith({"a", "b"});
+    TypeDepth("!");
+    std::filesystem::remove(folder.Path() + File);
+    const FileSizeLimit limit(4);
+    Dialogs.Answers = {OkAnswer, CancelAnswer};
+    Press(Quintave.CommandQuit);
+    EXPECT_FALSE(ProgramEnded());
+    EXPECT_EQ(Row(0), RowOf("Depth", "a!"));
+    EXPECT_EQ(Focused(), &Quintave.List1[GroupList]);
+    EXPECT_EQ(LastMessage().Title, "Quit Quintave");
+    ASSERT_EQ(MessageCount(), 2u);
+    Dialogs.Messages.pop_back();
+    EXPECT_THAT(Dialogs.Messages, Tells("61 - Disk full"));
+    Dialogs.Answers = {OkAnswer, NoAnswer};
+    Press(Quintave.CommandQuit);
+    EXPECT_TRUE(ProgramEnded());
+}
+
+TEST_F(GroupStore, WithoutAnyStoreTheProgramIsQuitFromTheFieldList) {
+    std::filesystem::remove_all(folder.Path());
+    Press(Quintave.CommandQuit);
+    EXPECT_TRUE(ProgramEnded());
+    EXPECT_EQ(MessageCount(), 0u);
 }
 
 TEST_F(GroupStore, AFullDiskRefusesANewOccurrenceAndKeepsWhatWasEntered) {
