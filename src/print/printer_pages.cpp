@@ -95,6 +95,7 @@ void PrintPages(ItemInput &input, const PrintOptions &options) {
         if (ReadReportHeader(input)) {
             PlaceReport(input, options, sink);
         } else {
+            SetPrinterColumn(LeftMargin);
             PrintText(HeaderFailure);
             EndPrinterLine();
         }

@@ -12,7 +12,8 @@ namespace {
 constexpr Integer CentredMarker = -3;
 constexpr Integer SubtitleMarker = -2;
 constexpr int IndentPerLevel = 4;
-constexpr double WidthFallback = 80; // added where a title leaves no room, so that some of the value stands on its line
+constexpr double WidthFallback =
+    80; // added where a title leaves its value no room, so that some of it stands on its line
 
 // A copy being laid out.
 struct Layout {
@@ -61,7 +62,7 @@ void PlaceValue(const Layout &layout, const ReportRecord &record, double titleEn
             firstWidth = width;
         }
     }
-    if (firstWidth < 0) firstWidth += WidthFallback;
+    if (!layout.Options.Below && firstWidth < 0) firstWidth += WidthFallback;
     WrapValue(record.Text, firstColumn, firstWidth, layout.DataStart, width, sink, record.Title);
 }
 

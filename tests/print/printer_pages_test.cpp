@@ -73,7 +73,7 @@ TEST_F(PagePrint, EveryCopyStartsWithPageOne) {
 TEST_F(PagePrint, AWrongHeaderPrintsTheFailureLineAndEndsTheJob) {
     EXPECT_THAT(PagesOfFile("hello"),
                 ElementsAre(Bold(6, 12, Heading + "1"),
-                            Plain(8, 0, "File Header Failure -- This is not a Valid QuintaveV2 File!")));
+                            Plain(8, 12, "File Header Failure -- This is not a Valid QuintaveV2 File!")));
     EXPECT_EQ(Printer.Closed, 1);
     ExpectEntryScreen();
 }
@@ -173,6 +173,18 @@ TEST_F(PagePrint, ATitleUpToTheRightMarginHasItsValueOnTheNextLine) {
     const std::string title(76, 't');
     EXPECT_THAT(PageBodyOf({ValueRecord(1, title, "value")}, {.Indent = "10"}),
                 ElementsAre(Bold(8, 12, title + "| "), Plain(9, 22, "value")));
+}
+
+TEST_F(PagePrint, ADataColumnBeyondTheRightMarginBelowTheTitleBreaksAfterEachCharacter) {
+    EXPECT_THAT(PageBodyOf({ValueRecord(20, "T", "ab")}, {.Mode = NestedData, .Below = true}),
+                ElementsAre(Bold(8, 12, std::string(76, ' ') + "T| "), Plain(9, 92, "a"), Plain(10, 92, "b"),
+                            Plain(11, 92, "")));
+}
+
+TEST_F(PagePrint, ATitleStandsOnOneLine) {
+    EXPECT_THAT(PageBodyOf({"1,1,\"Ti\r\ntl\re\",\"x\"", "1,-1,\"Sec\ntion\",\"\"", "1,-3,\"Mid\r\ndle\",\"\""}),
+                ElementsAre(Bold(8, 12, "Ti  tl e| "), Plain(8, 22, "x"), PrintedText{1, 11, 47, "Sec tion", true, 14},
+                            Plain(13, 47, "Mid  dle")));
 }
 
 // --- Page ends

@@ -237,6 +237,7 @@ TEST_F(TextPrint, ALoneLineEndInAValueBecomesAWholeOne) {
 
 TEST_F(TextPrint, ATitleStandsOnOneLine) {
     EXPECT_EQ(BodyOf({"1,1,\"Ti\r\ntle\",\"x\""}, {.Indent = "10"}), "Ti  tle|  x\r\n");
+    for (const std::string end : {"\r", "\n"}) EXPECT_EQ(BodyOf({"1,1,\"Ti" + end + "tle\",\"x\""}), "Ti tle| x\r\n");
 }
 
 TEST_F(TextPrint, CharactersOver127AreTheCodePagesBytes) {
@@ -274,8 +275,19 @@ TEST_F(TextPrint, ATitleBeyondTheLineCarriesSomeOfItsValue) {
 }
 
 TEST_F(TextPrint, ADataColumnBeyondTheLineBreaksAfterEachCharacter) {
-    EXPECT_EQ(Value("ab", {.Mode = NestedData, .Below = true}, "T", 20),
-              Blanks(76) + "T| \r\n" + Blanks(80) + "a\r\n" + Blanks(80) + "b\r\n\r\n");
+    for (const int level : {20, 21, 40}) {
+        const std::string title = Blanks(4 * static_cast<std::size_t>(level - 1)) + "T| \r\n";
+        const std::string column = Blanks(4 * static_cast<std::size_t>(level));
+        EXPECT_EQ(Value("ab", {.Mode = NestedData, .Below = true}, "T", level),
+                  title + column + "a\r\n" + column + "b\r\n\r\n")
+            << level;
+    }
+}
+
+TEST_F(TextPrint, ADataColumnBeyondTheLineCarriesSomeOfTheValueBesideItsTitle) {
+    EXPECT_EQ(Value(std::string(80, 'v'), {.Mode = NestedData}, "T", 21),
+              Blanks(80) + "T|  " + std::string(76, 'v') + "\r\n" + Blanks(84) + "v\r\n" + Blanks(84) + "v\r\n" +
+                  Blanks(84) + "v\r\n" + Blanks(84) + "v\r\n\r\n");
 }
 
 TEST_F(TextPrint, ALongReportIsOneTextWithoutPages) {
