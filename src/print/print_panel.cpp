@@ -96,9 +96,15 @@ void ShowPanel() {
     SetFocus(Quintave.PrintFrameIndent);
 }
 
+// A text print may have such a name, too: the one just made stays.
+void DeleteTemporaryReports(const std::string &made) {
+    for (const std::string &name : MatchingNames(ResourceDir, "*.$$$"))
+        if (!IsSameFile(ResourceDir + name, made)) TryToDelete(ResourceDir + name);
+}
+
 void LeavePanel() {
+    if (PrintSource == NoAnswer) DeleteTemporaryReports(ReportFileDir + ReportFileName);
     RestoreReportNames();
-    if (PrintSource == NoAnswer) DeleteMatching(ResourceDir, "*.$$$");
     CurrentField = LoadState;
     SetCaption(Quintave.printLabel, Waiting);
     EnablePrintButtons(true);

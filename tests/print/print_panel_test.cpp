@@ -72,6 +72,18 @@ TEST_F(PrintCommand, YesTakesTheFirstFreeTemporaryName) {
     EXPECT_EQ(folder.Read("!quin!02.$$$"), "x");
 }
 
+TEST_F(PrintCommand, WhateverHasTheNameOfATemporaryReportTakesIt) {
+    std::filesystem::create_directory(folder.Path() + "!quin!02.$$$");
+    std::filesystem::create_symlink("nowhere", folder.Path() + "!quin!03.$$$");
+    OpenForScreen();
+    EXPECT_EQ(folder.Read("!quin!04.$$$"), ReportHeader);
+    ExpectPanelReady();
+    Press(Quintave.PrintFrameCancel);
+    Press(Quintave.CommandAdd);
+    EXPECT_EQ(folder.Read("!quin!05.$$$"), ReportHeader);
+    EXPECT_FALSE(folder.Has("nowhere"));
+}
+
 TEST_F(PrintCommand, TemporaryNamesRunTo99ThenOverTo00And01) {
     for (int n = 2; n <= 99; ++n) folder.Write("!quin!" + Right(std::to_string(n + 100), 2) + ".$$$", "x");
     OpenForScreen();
@@ -379,6 +391,19 @@ TEST_F(PrintPanel, LeavingAfterASavedReportDeletesEveryTemporaryFile) {
 
 TEST_F(PrintPanel, CancellingAfterASavedReportDeletesThemToo) {
     Press(Quintave.PrintFrameCancel);
+    OpenFor("A.rpx");
+    Press(Quintave.PrintFrameCancel);
+    EXPECT_TRUE(MatchingNames(folder.Path(), "*.$$$").empty());
+}
+
+TEST_F(PrintPanel, ATextPrintNamedLikeATemporaryReportStays) {
+    Press(Quintave.PrintFrameCancel);
+    folder.Write("A.rpx", ReportHeader);
+    folder.Write("old.$$$", "x");
+    OpenFor("A.rpx");
+    PressFile("print.$$$");
+    EXPECT_THAT(MatchingNames(folder.Path(), "*.$$$"), testing::ElementsAre("print.$$$"));
+    EXPECT_EQ(folder.Read("print.$$$"), "03-03-2019 [SITE.FTF]; Quintave Report for ON-SCREEN INFORMATION\r\n \r\n");
     OpenFor("A.rpx");
     Press(Quintave.PrintFrameCancel);
     EXPECT_TRUE(MatchingNames(folder.Path(), "*.$$$").empty());
