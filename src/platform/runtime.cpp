@@ -2,6 +2,8 @@
 #include "platform/runtime.h"
 
 #include <algorithm>
+#include <charconv>
+#include <limits>
 #include <utility>
 
 namespace {
@@ -65,4 +67,18 @@ std::int32_t NumericValue(std::string_view text) {
     for (; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i)
         number = std::min<std::int64_t>(number * 10 + (text[i] - '0'), INT32_MAX);
     return static_cast<std::int32_t>(negative ? -number : number);
+}
+
+double DecimalValue(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    const bool negative = text.starts_with('-');
+    if (negative || text.starts_with('+')) text.remove_prefix(1);
+    constexpr std::string_view BeginsNumber = "0123456789.";
+    double number = 0;
+    if (text.empty() || BeginsNumber.find(text[0]) == std::string_view::npos) return 0; // not "inf" either
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const std::string_view taken(text.data(), static_cast<std::size_t>(end - text.data()));
+    if (error == std::errc::result_out_of_range && taken.find('-') == std::string_view::npos)
+        number = std::numeric_limits<double>::infinity();
+    return negative ? -number : number;
 }

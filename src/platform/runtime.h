@@ -88,6 +88,9 @@ std::string Right(std::string_view text, long count);
 // The longest number at the start of a text, leading blanks skipped, else 0: "75x" gives 75. Bounded to 32 bits.
 std::int32_t NumericValue(std::string_view text);
 
+// The same with decimals and a power of ten: "-0.5m" gives -0.5, "1e2" 100. Infinite where no double is as large.
+double DecimalValue(std::string_view text);
+
 // A table indexed by Integer from 0 to an upper bound; error 9 outside it.
 template <class T> class Table {
 public:

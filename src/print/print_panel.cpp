@@ -22,7 +22,7 @@
 
 namespace {
 
-constexpr std::int32_t LargestIndent = 60;
+constexpr int LargestIndent = 60;
 constexpr std::string_view Waiting = "Waiting for PRINT command";
 
 // What is printed: the screen (YesAnswer) or a saved report (NoAnswer); CancelAnswer for nothing.
@@ -68,7 +68,7 @@ const IndentCaption *PresentIndent() {
 PrintOptions ReadPrintOptions() {
     PrintOptions options;
     options.Indent = PresentIndent()->Means;
-    options.DataIndent = NumericValue(Quintave.PrintIndent.Text);
+    options.DataIndent = DecimalValue(Quintave.PrintIndent.Text);
     const std::string separator = SelectedRow(Quintave.Combo2);
     if (separator.size() >= 2) options.Separator = separator.substr(1, separator.size() - 2);
     options.Below = Quintave.PrintFrameToggler.Caption == LineBelowTitle;
@@ -230,7 +230,7 @@ void PrintIndent_KeyPress(Integer /*Index*/, Integer &KeyAscii) {
 }
 
 void PrintIndent_LostFocus() {
-    const std::int32_t indent = NumericValue(Quintave.PrintIndent.Text);
+    const double indent = DecimalValue(Quintave.PrintIndent.Text);
     if (indent < 0) SetText(Quintave.PrintIndent, "0", 1);
     if (indent > LargestIndent) SetText(Quintave.PrintIndent, std::to_string(LargestIndent), 2);
 }

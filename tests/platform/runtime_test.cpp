@@ -118,6 +118,20 @@ TEST(Texts, TheNumberAtTheStartCounts) {
     for (const auto &[text, number] : Expected) EXPECT_EQ(NumericValue(text), number) << text;
 }
 
+TEST(Texts, DecimalsAndAPowerOfTenBelongToADecimalNumber) {
+    struct {
+        const char *Text;
+        double Number;
+    } constexpr Expected[] = {{"60.5", 60.5}, {"-0.5", -0.5}, {"1e2", 100},  {"1E2", 100}, {"25e-1", 2.5},
+                              {".5", 0.5},    {"75x", 75},    {"  12 ", 12}, {"+4", 4},    {"5.", 5},
+                              {"1e", 1},      {"", 0},        {"-", 0},      {"x7", 0},    {"+-4", 0},
+                              {"inf", 0},     {"nan", 0},     {".", 0},      {"1,5", 1},   {"0x10", 0}};
+    for (const auto &[text, number] : Expected) EXPECT_EQ(DecimalValue(text), number) << text;
+    EXPECT_GT(DecimalValue("1e999"), 1e308);
+    EXPECT_LT(DecimalValue("-1e999"), -1e308);
+    EXPECT_EQ(DecimalValue("1e-999"), 0);
+}
+
 TEST(Texts, ANumberStaysWithinThirtyTwoBits) {
     EXPECT_EQ(NumericValue("2147483647"), INT32_MAX);
     EXPECT_EQ(NumericValue("99999999999999999999999"), INT32_MAX);

@@ -262,13 +262,38 @@ TEST_F(PrintPanel, LeavingTheDataIndentBoundsIt) {
         std::string Left;
     };
     for (const auto &[pasted, left] : std::vector<Case>{
-             {"75", "60"}, {"60", "60"}, {"61", "60"}, {"-3", "0"}, {"0", "0"}, {"", ""}, {"99999999999", "60"}}) {
+             {"75", "60"},    {"60", "60"},    {"61", "60"},         {"-3", "0"},        {"0", "0"},
+             {"", ""},        {"60.5", "60"},  {"-0.5", "0"},        {"1e2", "60"},      {"75x", "60"},
+             {" 99", "60"},   {"+61", "60"},   {"12.5", "12.5"},     {"60abc", "60abc"}, {"abc", "abc"},
+             {"1e999", "60"}, {"-1e999", "0"}, {"1e-999", "1e-999"}, {"inf", "inf"},     {"99999999999", "60"}}) {
         UserEnters(Quintave.PrintIndent);
         SetText(Quintave.PrintIndent, "", 0);
         Paste(Quintave.PrintIndent, pasted);
         Press(Quintave.PrintFrameToggler);
         EXPECT_EQ(Quintave.PrintIndent.Text, left) << "pasted: " << pasted;
     }
+}
+
+TEST_F(PrintPanel, TheDataIndentCountsWithItsDecimals) {
+    Press(Quintave.PrintFrameCancel);
+    folder.Write("A.rpx", ReportText({ValueRecord(1, "Title", "x")}));
+    OpenFor("A.rpx");
+    UserEnters(Quintave.PrintIndent);
+    Paste(Quintave.PrintIndent, "10.5");
+    PressPrinter();
+    EXPECT_EQ(Printer.Jobs.at(0).back().Column, LeftColumn + 10.5);
+    OpenFor("A.rpx");
+    PressFile("out.txt");
+    EXPECT_EQ(folder.Read("out.txt"), TextHeader + "Title|    x\r\n");
+}
+
+TEST_F(PrintPanel, EnterAndEscapeInTheDataIndentDoNothing) {
+    UserEnters(Quintave.PrintIndent);
+    Type("12\x1b");
+    PressEnter();
+    EXPECT_EQ(Quintave.PrintIndent.Text, "12");
+    EXPECT_EQ(Focused(), &Quintave.PrintIndent);
+    ExpectPanelReady();
 }
 
 // --- Printing from the panel
