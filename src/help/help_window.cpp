@@ -63,12 +63,15 @@ void CommandMoreHelp_Click() {
         return;
     }
     PlaceForm();
+    LoadState = CurrentField;
     HelpForm_Resize();
     OpenForm(Help.HelpForm, {&Help.HelpQuit, &Help.HelpText});
 }
 
 void FollowHelp() {
-    if (!IsOpen() || !Quintave.CommandMoreHelp.Enabled) return;
+    if (!IsOpen()) return;
+    LoadState = CurrentField;
+    if (!Quintave.CommandMoreHelp.Enabled) return;
     try {
         ShowHelp(Quintave.CommandMoreHelp.Tag);
     } catch (const RuntimeError &) { // the button tells of it when it is asked

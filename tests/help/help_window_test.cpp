@@ -107,6 +107,18 @@ TEST_F(HelpTest, AnotherRowsFileIsShownInTheOpenWindow) {
     ExpectOpen(true);
 }
 
+TEST_F(HelpTest, WhileItIsOpenTheRowToGoBackToIsTheSelectedOne) {
+    Select(1);
+    EXPECT_EQ(LoadState, 0);
+    Press(Quintave.CommandMoreHelp);
+    EXPECT_EQ(LoadState, 1);
+    Select(2); // without a file
+    EXPECT_EQ(LoadState, 2);
+    Press(Help.HelpQuit);
+    Select(0);
+    EXPECT_EQ(LoadState, 2);
+}
+
 TEST_F(HelpTest, AnotherRowOpensNoWindow) {
     Select(1);
     ExpectOpen(false);
