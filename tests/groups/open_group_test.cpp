@@ -406,6 +406,22 @@ TEST_F(OpenedGroup, SaveAddPrintResetAndQuitStoreTheOpenOccurrenceAndLeave) {
     }
 }
 
+TEST_F(OpenedGroup, ACancelledPrintHasLeftTheGroupForTheRowBehindIt) {
+    OpenSamples({Sample("0 m"), Sample("1 m")});
+    PressMove(Next);
+    Select(Remark);
+    Dialogs.Answers = {CancelAnswer};
+    PressCtrl('P');
+    ASSERT_EQ(MessageCount(), 1u);
+    EXPECT_EQ(ActiveList, 0);
+    EXPECT_EQ(CurrentField, PlaceRow);
+    EXPECT_EQ(Focused(), &Quintave.List1[0]);
+    EXPECT_FALSE(Quintave.PrintFrame.Visible);
+    Open(SamplesRow);
+    EXPECT_EQ(number.ListIndex, 1);
+    EXPECT_EQ(SamplesStore(), Store(Length, {Sample("0 m"), Sample("1 m")}));
+}
+
 TEST_F(OpenedGroup, ResetAsksFirstAndCancelKeepsTheGroupOpen) {
     OpenSamples({Sample("")});
     TypeDepth("12 m");
