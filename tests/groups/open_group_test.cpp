@@ -359,6 +359,59 @@ TEST_F(OpenedGroup, LeavingTheLastRowsGroupKeepsItSelectedWithoutEnteringAgain) 
     EXPECT_EQ(Quintave.DataLevelLabel.Caption, "1");
 }
 
+TEST_F(OpenedGroup, LeavingFromAnyMemberHidesItsEntryControls) {
+    for (const Integer member : {Depth, Rock, Remark}) {
+        OpenSamples({Sample("0 m", "Clay", "a")});
+        Open(member);
+        ASSERT_EQ(ShownEntryControls().size(), 1u);
+        Press(Quintave.GrpExit);
+        EXPECT_THAT(ShownEntryControls(), ElementsAre("Text1_1")) << member; // of the row behind the group
+    }
+    OpenSamples({Sample("", "Slate")});
+    Open(Rock);
+    ASSERT_THAT(ShownEntryControls(), ElementsAre("Text2_5", "List2_3"));
+    Type("!");
+    Press(Quintave.GrpExit);
+    EXPECT_THAT(ShownEntryControls(), ElementsAre("Text1_1"));
+    for (const Control *control :
+         {&Quintave.Text1[4], &Quintave.Text1[5], &Quintave.Text1[6], &Quintave.Text2[5], &Quintave.List2[GroupList]})
+        EXPECT_FALSE(control->Visible) << control->Name << control->Index;
+    EXPECT_EQ(SamplesStore(), Store(Length, {Sample("", "Slate")}));
+}
+
+TEST_F(OpenedGroup, EveryCommandStoresTheFreeTextBesideTheChoices) {
+    struct Command {
+        void (*Press)();
+        std::vector<std::string> Left;
+    };
+    const std::string free = Sample("", "Loess");
+    const std::vector<Command> commands{
+        {[] { PressCtrl('N'); }, {Sample(""), free, Sample("2")}},
+        {[] { PressCtrl('V'); }, {Sample(""), free, Sample("2")}},
+        {[] { PressCtrl('T'); }, {Sample(""), free, Sample("2")}},
+        {[] { PressCtrl('B'); }, {Sample(""), free, Sample("2")}},
+        {[] { PressCtrl('I'); }, {Sample(""), Sample(""), free, Sample("2")}},
+        {[] { PressCtrl('D'); }, {Sample(""), Sample("2")}},
+        {[] { PressCtrl('E'); }, {Sample(""), free, Sample("2")}},
+        {[] { UserSelects(Quintave.TblFldNum, 2); }, {Sample(""), free, Sample("2")}},
+    };
+    for (std::size_t i = 0; i < commands.size(); ++i) {
+        OpenSamples({Sample(""), Sample(""), Sample("2")});
+        PressMove(Top);
+        PressMove(Next);
+        Select(Rock);
+        DoubleClickRow(Quintave.List2[GroupList], 2);
+        Type("Loess");
+        commands[i].Press();
+        if (ActiveList == GroupList) {
+            EXPECT_FALSE(Quintave.Text2[5].Visible) << i;
+            Press(Quintave.GrpExit);
+        }
+        EXPECT_TRUE(SamplesStore().starts_with(Store(Length, commands[i].Left))) << i;
+        Select(SamplesRow);
+    }
+}
+
 TEST_F(OpenedGroup, ReenteringReturnsToTheOccurrenceThatWasCurrent) {
     OpenSamples({Sample("0 m"), Sample("1 m"), Sample("2 m")});
     PressMove(Next);
@@ -467,6 +520,41 @@ TEST_F(GroupWithHeadings, HeadingsInsideTakeNoRowAndNoCells) {
     EXPECT_THAT(Quintave.List1[GroupList].Rows, ElementsAre(RowOf("One", "onet"), RowOf("Two", "wo!")));
     Select(1);
     EXPECT_EQ(Quintave.Text1[4].Text, "wo!");
+}
+
+TEST_F(GroupWithHeadings, LeavingSelectsARowOfDashesOrAGroupBehindItWithoutOpeningIt) {
+    const TemplateLines group{Element(1, 2, "GROUP START", "G"), Element(2, 4, "TEXT", "One"),
+                              Element(1, 0, "GROUP END", "")};
+    Start(Join({group, group, {Element(1, -1, "", "Section"), Element(2, 30, "TEXT", "Last")}}));
+    Open(0);
+    Press(Quintave.GrpExit);
+    EXPECT_EQ(CurrentField, 1);
+    EXPECT_EQ(ActiveList, 0);
+    EXPECT_FALSE(Quintave.TableFrame.Visible);
+    EXPECT_EQ(Quintave.List1[GroupList].Tag, "-1");
+    Open(1);
+    Press(Quintave.GrpExit);
+    EXPECT_EQ(CurrentField, 2);
+    EXPECT_EQ(ActiveList, 0);
+    EXPECT_EQ(Focused(), &Quintave.List1[0]);
+    EXPECT_THAT(ShownEntryControls(), IsEmpty());
+}
+
+TEST_F(GroupWithHeadings, OfChoicesThatAgreeInTheirCellsTheFirstIsShown) {
+    Start(Join({{Element(1, 2, "GROUP START", "G")},
+                ListOf(2, 5, "Rock", {"Clay", "Yellow", "Yelloo", "Yello"}),
+                {Element(1, 0, "GROUP END", "")}}));
+    for (const Integer choice : {Integer{2}, Integer{3}, Integer{1}}) {
+        Open(0);
+        DoubleClickRow(Quintave.List2[GroupList], choice);
+        EXPECT_EQ(Row(0), RowOf("Rock", "Yello"));
+        Select(0);
+        EXPECT_EQ(ChosenText(GroupList), "Yellow");
+        EXPECT_EQ(FieldInfo[2][Choice], 1);
+        Press(Quintave.GrpExit);
+        EXPECT_EQ(folder.Read("GRP00001.XXX"), Store(5, {"Yello"}));
+        Select(0);
+    }
 }
 
 TEST_F(OpenedGroup, ClosingTheWindowCommitsTheOpenEditAndAsks) {

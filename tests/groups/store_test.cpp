@@ -302,6 +302,26 @@ TEST_F(GroupStore, WhereTheOccurrenceCannotBeStoredTheGroupStaysOpen) {
     EXPECT_EQ(Bytes(), Store(Length, {"a", "b!"}));
 }
 
+TEST_F(GroupStore, NoCommandGoesOnWhereTheOccurrenceCannotBeStored) {
+    OpenWith({"a", "b"});
+    PressCtrl('B');
+    TypeDepth("!");
+    for (Control *command : {&Quintave.CommandSave, &Quintave.CommandSaveAs, &Quintave.CommandAdd,
+                             &Quintave.CommandPrint, &Quintave.GrpExit}) {
+        Dialogs.Messages.clear();
+        const FileSizeLimit limit(4 + Length);
+        Press(*command);
+        EXPECT_THAT(Dialogs.Messages, Tells("61 - Disk full")) << command->Name;
+        EXPECT_THAT(Dialogs.Asked, IsEmpty()) << command->Name;
+        EXPECT_EQ(ActiveList, GroupList) << command->Name;
+        EXPECT_EQ(Row(0), RowOf("Depth", "b!")) << command->Name;
+        EXPECT_FALSE(Quintave.PrintFrame.Visible);
+    }
+    EXPECT_FALSE(folder.Has("!quin!02.$$$"));
+    Press(Quintave.GrpExit);
+    EXPECT_EQ(Bytes(), Store(Length, {"a", "b!"}));
+}
+
 TEST_F(GroupStore, AResetLeavesAGroupWhoseOccurrenceCannotBeStored) {
     OpenWith({"a", "b"});
     PressCtrl('B');

@@ -251,3 +251,31 @@ TEST_F(TableCommands, LeavingAndReenteringAfterEachCommandShowsTheSameOccurrence
         UserSelects(number, shown);
     }
 }
+
+TEST_F(TableCommands, TheGroupRemembersTheOccurrenceAtEachCommand) {
+    OpenAt({"a", "b", "c"}, 3);
+    Jump(2);
+    EXPECT_EQ(FieldInfo[1][Choice], 1);
+    Press(Quintave.TblFldDelete);
+    EXPECT_EQ(FieldInfo[1][Choice], 0);
+    PressCtrl('B');
+    EXPECT_EQ(FieldInfo[1][Choice], 1);
+    FieldInfo[1][Choice] = 7;
+    Press(Quintave.TblFldInsert);
+    EXPECT_EQ(FieldInfo[1][Choice], 1);
+}
+
+TEST_F(TableCommands, AKeyInTheSelectorIsTheUsersAndHeldByNoCtrl) {
+    OpenAt({"a", "b"}, 1);
+    UserEnters(number);
+    UserKey = False;
+    CtrlHeld = True;
+    PressKey(DownArrowKey);
+    EXPECT_EQ(CtrlHeld, False);
+    EXPECT_EQ(Shown(), "b");
+    UserKey = False;
+    UserKeyDown(number, UpArrowKey, ShiftMask);
+    EXPECT_EQ(UserKey, True);
+    PressCtrl('K');
+    EXPECT_EQ(CtrlHeld, True);
+}
