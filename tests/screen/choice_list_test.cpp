@@ -325,6 +325,55 @@ TEST_F(ChoiceList, ALetterFromOtherToAListedChoiceHidesTheBox) {
     EXPECT_EQ(RowValue[0], "Ochre");
 }
 
+TEST_F(ChoiceList, AccentedLettersDigitsAndBlanksAreLookedForLikeLetters) {
+    folder.Write("OTHER.FTF", TemplateText(ListOf(1, 20, "Depth",
+                                                  {"Eta",
+                                                   "\xC9"
+                                                   "cole",
+                                                   "10 m", "20 m", "2 km", " deep"})));
+    Dialogs.Texts = {folder.Path() + "OTHER.FTF"};
+    Press(Quintave.CommandTemplate);
+    for (const auto &[key, value] : {std::pair{"\u00E9", "\xC9"
+                                                         "cole"},
+                                     {"\u00C9", "\xC9"
+                                                "cole"},
+                                     {"e", "Eta"},
+                                     {"1", "10 m"},
+                                     {" ", " deep"}}) {
+        Give(0, "");
+        Type(key);
+        EXPECT_EQ(RowValue[0], value) << key;
+    }
+    Give(0, "");
+    Type("2");
+    EXPECT_EQ(ChosenText(), "20 m");
+    Type("2");
+    EXPECT_EQ(ChosenText(), "2 km");
+    EXPECT_EQ(RowValue[0], "");
+}
+
+TEST_F(ChoiceList, TheOnlyMatchIsAcceptedAlsoWhereItIsSelectedAlready) {
+    Give(0, "Blue");
+    DataChanged = False;
+    Type("b");
+    EXPECT_EQ(RowValue[0], "Blue");
+    EXPECT_EQ(CurrentField, 1);
+    EXPECT_EQ(DataChanged, True);
+}
+
+TEST_F(ChoiceList, TheKeysThatMoveInAListAreTheUsers) {
+    Open(0);
+    for (Integer key = 1; key <= 60; ++key) {
+        if (key == EnterCode) continue;
+        UserKey = False;
+        UserKeyDown(choices, key, 0);
+        EXPECT_EQ(UserKey, Truth(key >= 33 && key <= 40)) << key;
+    }
+    UserKey = False;
+    UserPressesMouse(choices);
+    EXPECT_EQ(UserKey, True);
+}
+
 // Choices of several instances
 // ------------------------------------------------------------------------------
 

@@ -116,6 +116,31 @@ TEST_F(CommandKeys, CtrlWithShiftOrAltIsNoShortcut) {
     EXPECT_EQ(MessageCount(), 0u);
 }
 
+TEST_F(CommandKeys, CtrlWithShiftOrAltIsNoShortcutBesideTheChoicesAndInAGroupEither) {
+    DataChanged = True;
+    Open(ColourRow);
+    const auto press = [](Control &control) {
+        UserEnters(control);
+        ASSERT_EQ(Focused(), &control) << control.Name;
+        for (const char letter : {'S', 'N', 'E', 'D', 'I'})
+            for (const int shift : {CtrlMask + ShiftMask, CtrlMask + AltMask, CtrlMask + ShiftMask + AltMask})
+                PressCtrl(letter, static_cast<Integer>(shift));
+        EXPECT_NE(CtrlHeld, True) << control.Name;
+    };
+    press(Quintave.List2[0]);
+    DoubleClickRow(Quintave.List2[0], 2);
+    press(Quintave.Text2[2]);
+    Open(SamplesRow);
+    for (Control *control :
+         {&Quintave.List1[GroupList], &Quintave.Text1[4], &Quintave.TblFldNum, &Quintave.TblFldInsert,
+          &Quintave.TblFldDelete, &Quintave.FldChange[Next], &Quintave.GrpExit})
+        press(*control);
+    EXPECT_EQ(ActiveList, GroupList);
+    EXPECT_EQ(GroupOccurrenceCount, 1);
+    EXPECT_THAT(Dialogs.Asked, IsEmpty());
+    EXPECT_EQ(MessageCount(), 0u);
+}
+
 TEST_F(CommandKeys, GroupLettersDoNothingOutsideAGroup) {
     Select(SamplesRow);
     for (const char letter : {'B', 'D', 'E', 'G', 'I', 'N', 'T'}) {
@@ -171,6 +196,35 @@ TEST_F(CommandKeys, AGroupShortcutStoresTheOpenEditOfTheMemberItWasTypedIn) {
     }
 }
 
+TEST_F(CommandKeys, AGroupShortcutStoresTheOpenEditOfEveryKindOfBox) {
+    folder.Write("OTHER.FTF", TemplateText(Join({{Element(1, 2, "GROUP START", "G"), Element(2, 8, "MEMO", "Notes")},
+                                                 ListOf(2, 4, "Rock", {"Clay", "OTHER..."}),
+                                                 {Element(1, 0, "GROUP END", "")}})));
+    Dialogs.Texts = {folder.Path() + "OTHER.FTF"};
+    Press(Quintave.CommandTemplate);
+    for (const char letter : {'B', 'E', 'G', 'I', 'N', 'T', 'V'}) {
+        Press(Quintave.CommandReset);
+        Open(0);
+        PressCtrl('N');
+        Open(0);
+        Type("a");
+        PressEnter();
+        Type("b");
+        PressCtrl(letter);
+        if (ActiveList == 0) Open(0);
+        PressCtrl('B');
+        Select(1);
+        DoubleClickRow(Quintave.List2[GroupList], 1);
+        Type("Sand");
+        PressCtrl(letter);
+        if (ActiveList == GroupList) PressCtrl('E');
+        const std::string store = folder.Read("GRP00001.XXX");
+        EXPECT_NE(store.find("a\r\nb    "), std::string::npos) << letter;
+        EXPECT_NE(store.find("Sand"), std::string::npos) << letter;
+        DataChanged = False;
+    }
+}
+
 TEST_F(CommandKeys, EveryOtherShortcutCommitsTheOpenEditBeforeItsCommand) {
     for (const char letter : {'A', 'F', 'P', 'Q', 'R', 'S'}) {
         RowValue[TitleRow].clear();
@@ -193,6 +247,31 @@ TEST_F(CommandKeys, AShortcutGivesNoCharacter) {
         Open(TitleRow);
     }
     EXPECT_EQ(Quintave.Text1[1].Text, "a");
+}
+
+TEST_F(CommandKeys, ACharacterThatComesWithCtrlIsNoneForAnyControl) {
+    const auto offer = [](Control &control, const char *character) {
+        UserKeyDown(control, '1', CtrlMask);
+        UserKeyPress(control, character);
+    };
+    Select(ColourRow);
+    offer(Quintave.List1[0], "S");
+    offer(Quintave.List1[0], "|");
+    EXPECT_EQ(Focused(), &Quintave.List1[0]);
+    EXPECT_EQ(RowValue[ColourRow], "");
+    UserEnters(Quintave.List2[0]);
+    offer(Quintave.List2[0], "S");
+    EXPECT_EQ(RowValue[ColourRow], "");
+    EXPECT_EQ(Quintave.List2[0].ListIndex, -1);
+    Open(TitleRow);
+    Type("a");
+    for (const char *character : {"|", "\"", "\r"}) offer(Quintave.Text1[1], character);
+    Open(ColourRow);
+    DoubleClickRow(Quintave.List2[0], 2);
+    for (const char *character : {"|", "\"", "\r"}) offer(Quintave.Text2[2], character);
+    EXPECT_EQ(Focused(), &Quintave.Text2[2]);
+    EXPECT_EQ(CurrentField, ColourRow);
+    EXPECT_EQ(MessageCount(), 0u);
 }
 
 TEST_F(CommandKeys, CtrlVPastesOutsideAGroupAndGoesBackInside) {

@@ -151,6 +151,14 @@ TEST_F(FieldList, TheHelpLineAndItsFileAreThoseOfTheSelectedRow) {
     }
 }
 
+TEST_F(FieldList, EnteringTheListShowsTheHelpLineOfItsRow) {
+    Select(SamplesRow);
+    UserEnters(Quintave.CommandSave);
+    SetCaption(Quintave.helpline, "another");
+    UserEnters(list);
+    EXPECT_EQ(Quintave.helpline.Caption, "Open it.");
+}
+
 TEST_F(FieldList, TheHelpLineFollowsIntoAGroupAndOut) {
     Open(SamplesRow);
     EXPECT_EQ(Quintave.helpline.Caption, "In metres.");
@@ -259,6 +267,32 @@ TEST_F(FieldList, DeleteInAGroupEmptiesTheMembersCellsAndNoValueOfTheMainList) {
     EXPECT_EQ(RowValue[TitleRow], "Wells");
     EXPECT_EQ(RowValue[PlaceRow], "Hill");
     EXPECT_EQ(Row(PlaceRow), RowOf("Place", "Hill"));
+}
+
+TEST_F(FieldList, DeleteInAGroupAsksMarksTheEntriesChangedAndClearsAChoice) {
+    folder.Write("OTHER.FTF", TemplateText(Join({{Element(1, 2, "GROUP START", "G")},
+                                                 ListOf(2, 4, "Rock", {"Clay", "Sand"}),
+                                                 {Element(1, 0, "GROUP END", "")}})));
+    Dialogs.Texts = {folder.Path() + "OTHER.FTF"};
+    Press(Quintave.CommandTemplate);
+    folder.Write("GRP00001.XXX", std::string("\4\0\1\0", 4) + "Sand");
+    Open(0);
+    ASSERT_EQ(Quintave.List2[GroupList].ListIndex, 1);
+    Dialogs.Answers = {NoAnswer, YesAnswer};
+    PressKey(DeleteKey);
+    EXPECT_EQ(Row(0), RowOf("Rock", "Sand"));
+    EXPECT_EQ(Quintave.List2[GroupList].ListIndex, 1);
+    EXPECT_EQ(DataChanged, False);
+    EXPECT_EQ(Quintave.CommandAdd.Caption, "^Add/Open File");
+    PressKey(DeleteKey);
+    EXPECT_EQ(MessageCount(), 2u);
+    EXPECT_EQ(Row(0), RowOf("Rock"));
+    EXPECT_EQ(Quintave.List2[GroupList].ListIndex, -1);
+    EXPECT_EQ(FieldInfo[2][Choice], -1);
+    EXPECT_EQ(DataChanged, True);
+    EXPECT_EQ(Quintave.CommandAdd.Caption, "^Add/Merge File");
+    Press(Quintave.GrpExit);
+    EXPECT_EQ(folder.Read("GRP00001.XXX"), std::string("\4\0\1\0", 4) + "    ");
 }
 
 TEST_F(FieldList, ATitleThatBeginsLikeDashesIsAFieldLikeAnyOther) {

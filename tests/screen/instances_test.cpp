@@ -141,6 +141,15 @@ TEST_F(Instances, AddWhileTheShownInstanceIsEmptyDoesNothing) {
     EXPECT_EQ(RowValue[AuthorRow], "x");
 }
 
+TEST_F(Instances, AddBehindAnEmptyLastInstanceDoesNothing) {
+    Give(AuthorRow, "x|");
+    EXPECT_EQ(Shown(), "1 of 2");
+    Press(Quintave.FIAdd);
+    EXPECT_EQ(Shown(), "1 of 2");
+    EXPECT_EQ(RowValue[AuthorRow], "x|");
+    EXPECT_EQ(DataChanged, False);
+}
+
 TEST_F(Instances, AddOnAChoiceFieldNeedsASelectedChoiceAndThenClearsIt) {
     Select(ClosedRow);
     Press(Quintave.FIAdd);
@@ -314,6 +323,32 @@ TEST_F(Instances, AScrollUnderTheTagAddDelIsIgnored) {
     EXPECT_EQ(author.Text, "x");
 }
 
+TEST_F(Instances, SelectingAnotherRowIsNoScroll) {
+    Give(AuthorRow, "x|y|z");
+    UserScrolls(Quintave.FIScroll, 3);
+    UserEnters(Quintave.List1[0]);
+    CallTrail.clear();
+    Select(LastRow); // lowers the range and the position
+    EXPECT_EQ(Quintave.FIScroll.Value, 1);
+    EXPECT_EQ(CallTrail, "Choices");
+    EXPECT_EQ(RowValue[AuthorRow], "x|y|z");
+    EXPECT_EQ(RowValue[LastRow], "");
+}
+
+TEST_F(Instances, ACommitOfOneOfSeveralIsInTheTrail) {
+    Give(AuthorRow, "x|y");
+    UserEnters(author);
+    Type("1");
+    UserEnters(Quintave.CommandSave);
+    EXPECT_EQ(CallTrail, "Text1-LostFocus");
+    Give(ColourRow, "Ochre|Sand");
+    UserEnters(Quintave.Text2[2]);
+    Type("!");
+    UserEnters(Quintave.CommandSave);
+    EXPECT_EQ(CallTrail, "Text2-LostFocus");
+    EXPECT_EQ(RowValue[ColourRow], "Ochre!|Sand");
+}
+
 // Where instances are offered
 // ------------------------------------------------------------------------------
 
@@ -348,6 +383,12 @@ TEST_F(InstancesElsewhere, ATemplateCanTurnThemOff) {
     EXPECT_EQ(AllowInstances, False);
     Select(0);
     EXPECT_FALSE(Quintave.MultiInstanceFrame.Visible);
+}
+
+TEST_F(InstancesElsewhere, AFieldOfLevelZeroHasThem) {
+    Start({Element(0, 30, "TEXT", "Author")});
+    Select(0);
+    EXPECT_TRUE(Quintave.MultiInstanceFrame.Visible);
 }
 
 TEST_F(InstancesElsewhere, GroupsAndTheirMembersHaveNone) {

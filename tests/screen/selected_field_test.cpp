@@ -146,6 +146,16 @@ TEST_F(SelectedField, EachDeeperHeadingIsIndentedByFourMoreBlanks) {
     EXPECT_THAT(Quintave.SectionLabel.Rows, ElementsAre("S", "    A", "        C"));
 }
 
+TEST_F(SelectedField, AGroupsEndAndAHeadingOfLevelZeroAreNoPartOfThePath) {
+    Start({Element(1, -1, "", "S"), Element(2, 0, "", "A"), Element(3, 2, "GROUP START", "G"),
+           Element(4, 9, "TEXT", "Member"), Element(2, 0, "GROUP END", "End"), Element(3, 30, "TEXT", "Field"),
+           Element(0, 0, "", "Zero"), Element(3, 30, "TEXT", "Later")});
+    for (const Integer row : {Integer{1}, Integer{2}}) {
+        Select(row);
+        EXPECT_THAT(Quintave.SectionLabel.Rows, ElementsAre("S", "    A")) << row;
+    }
+}
+
 TEST_F(SelectedField, WithoutSectionBreaksEveryRowShowsNoSectionsSpecified) {
     Start({Element(1, 0, "", "Heading"), Element(2, 30, "TEXT", "Title"), Element(2, 30, "TEXT", "Place")});
     for (const Integer row : {Integer{0}, Integer{1}}) {
@@ -249,6 +259,18 @@ TEST_F(SelectedField, ARefreshThatOnlyPutsAwayLeavesNoBox) {
     EXPECT_THAT(ShownEntryControls(), IsEmpty());
     EXPECT_EQ(Quintave.Text1[1].Text, "");
     EXPECT_EQ(RowValue[TitleRow], "Wells");
+}
+
+TEST_F(SelectedField, ARefreshThatOnlyPutsAwayLeavesNoChoicesAndNoFreeText) {
+    Start(Site);
+    Give(ColourRow, "Ochre");
+    Open(ColourRow);
+    ASSERT_THAT(ShownEntryControls(), ElementsAre("Text2_2", "List2_0"));
+    Type("!");
+    ShowSelectedField(Restart, PutAwayOnly);
+    EXPECT_THAT(ShownEntryControls(), IsEmpty());
+    EXPECT_EQ(Quintave.Text2[2].Text, "");
+    EXPECT_EQ(RowValue[ColourRow], "Ochre!");
 }
 
 TEST_F(SelectedField, EveryCallIsNotedInTheTrailAndKeepsTheRows) {

@@ -167,6 +167,19 @@ TEST_F(ValueEntry, APastedTextIsCutToTheLimit) {
     EXPECT_EQ(code.Text, "abcde");
 }
 
+TEST_F(ValueEntry, TheCaretStaysBehindAPasteThatIsCut) {
+    Open(CodeRow);
+    Type("abcde");
+    code.Caret = 2;
+    Paste(code, "XY");
+    EXPECT_EQ(code.Text, "abXYc");
+    EXPECT_EQ(code.Caret, 4);
+    code.Caret = 2;
+    Paste(code, "12345678");
+    EXPECT_EQ(code.Text, "ab123");
+    EXPECT_EQ(code.Caret, 5);
+}
+
 TEST_F(ValueEntry, TheOtherBoxHasTheLimitOfItsField) {
     OpenOther();
     Paste(other, std::string(25, 'a'));
@@ -346,6 +359,16 @@ TEST_F(ValueEntry, EnterMarksTheEntriesChangedEvenWithoutAnEdit) {
     Open(TitleRow);
     PressEnter();
     EXPECT_EQ(DataChanged, True);
+}
+
+TEST_F(ValueEntry, EnterInAnUneditedOtherBoxMarksNothing) {
+    Give(ColourRow, "Ochre");
+    Open(ColourRow);
+    ASSERT_EQ(Focused(), &other);
+    PressEnter();
+    EXPECT_EQ(DataChanged, False);
+    EXPECT_EQ(RowValue[ColourRow], "Ochre");
+    EXPECT_EQ(CurrentField, LastRow);
 }
 
 TEST_F(ValueEntry, EveryWayOutOfABoxCommitsToTheRowItBelongsTo) {
