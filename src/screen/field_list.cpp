@@ -25,7 +25,6 @@ void EmptySelectedRow() {
     else
         RowValue[CurrentField].clear();
     ShowValueInRow(CurrentField, "");
-    if (IsList(SelectedElement())) FieldInfo[SelectedElement()][Choice] = -1;
     MarkChanged();
     ShowSelectedField(Restart);
 }

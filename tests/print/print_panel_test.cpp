@@ -456,6 +456,35 @@ TEST_F(PrintPanel, SaveWritesToTheRememberedReportAfterAnyPrint) {
     }
 }
 
+TEST_F(PrintPanel, TheReportNamesAreBackWhereNoReportWasPicked) {
+    Press(Quintave.PrintFrameCancel);
+    SaveAs("mine.rpx");
+    const std::string caption = Quintave.editframe.Caption;
+    std::filesystem::create_directory(PathOf("elsewhere"));
+    for (const std::string picked : {"", "elsewhere/A.txt", "elsewhere/rp"}) {
+        Dialogs.Answers = {NoAnswer};
+        Dialogs.Texts = {picked.empty() ? "" : PathOf(picked)};
+        Press(Quintave.CommandPrint);
+        ExpectEntryScreen();
+        EXPECT_EQ(ReportFileName, "mine.rpx") << picked;
+        EXPECT_EQ(ReportFileDir, folder.Path()) << picked;
+        EXPECT_EQ(Quintave.editframe.Caption, caption) << picked;
+    }
+}
+
+TEST_F(PrintPanel, CancelPutsTheCaptionOfTheEntryScreenBack) {
+    Press(Quintave.PrintFrameCancel);
+    SaveAs("mine.rpx");
+    folder.Write("A.rpx", ReportHeader);
+    const std::string caption = Quintave.editframe.Caption;
+    for (const bool screen : {true, false}) {
+        screen ? OpenForScreen() : OpenFor("A.rpx");
+        Press(Quintave.PrintFrameCancel);
+        EXPECT_EQ(Quintave.editframe.Caption, caption);
+        EXPECT_NE(caption.find("mine"), std::string::npos);
+    }
+}
+
 TEST_F(PrintPanel, TheReportNamesAreBackOnEveryWayOut) {
     Press(Quintave.PrintFrameCancel);
     SaveAs("mine.rpx");

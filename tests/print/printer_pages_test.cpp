@@ -240,6 +240,45 @@ TEST_F(PagePrint, MarginsGrowWithThePaper) {
     EXPECT_EQ(texts.end()[-1], Plain(8, 10, std::string(12, 'x'), 2));
 }
 
+TEST_F(PagePrint, MarginsOfPaperOfBrokenInches) {
+    Printer.Width = 99.2; // A4: 12 columns and 6 lines to a true inch, 11.67 and 6.378 to one of its own
+    Printer.Height = 70.2;
+    const double inch = Printer.Width / 8.5;
+    const double top = Printer.Height / 11;
+    // Lines begin at 2 below the header; the last one stands at 57.38, above two inches at the bottom.
+    std::vector<std::string> lines = Records(49);
+    lines.insert(lines.end(), {R"(1,3,"Notes","one")", R"("two")", R"("three")"});
+    auto texts = PagesOf(lines);
+    EXPECT_DOUBLE_EQ(texts.front().Line, top);
+    EXPECT_DOUBLE_EQ(texts.front().Column, inch);
+    EXPECT_DOUBLE_EQ(texts[1].Line, top + 2);
+    EXPECT_DOUBLE_EQ(texts[2].Column, inch + 7);
+    const auto first = texts.end() - 6;
+    EXPECT_EQ(first[1].Text, "one");
+    EXPECT_NEAR(first[1].Line, top + 51, 1e-9);
+    EXPECT_EQ(first[2].Text, Heading + "2");
+    EXPECT_EQ(first[3].Text, "Notes   (continued)...");
+    EXPECT_DOUBLE_EQ(first[3].Line, top + 2);
+    EXPECT_DOUBLE_EQ(first[3].Column, inch);
+    EXPECT_EQ(first[4].Text, "two");
+    EXPECT_DOUBLE_EQ(first[4].Column, inch);
+    // 87.53 columns less the title's end at 18.67: the 69th character fills the line; behind it there are 75.86.
+    texts = PagesOf({ValueRecord(1, "Title", std::string(150, 'v'))});
+    EXPECT_EQ(texts[2].Text, std::string(69, 'v'));
+    EXPECT_EQ(texts[3].Text, std::string(76, 'v'));
+    EXPECT_EQ(texts[4].Text, std::string(5, 'v'));
+}
+
+TEST_F(PagePrint, AHeadingOnPaperOfBrokenInchesNeedsEightLines) {
+    Printer.Width = 99.2;
+    Printer.Height = 70.2; // the bottom limit is 57.436
+    const std::string section = R"(1,-1,"Section","")";
+    const auto pageBehind = [&](std::size_t records) { return PagesOf(With(Records(records), section)).back().Page; };
+    EXPECT_EQ(pageBehind(41), 1); // at 49.38: 57.38 is within
+    EXPECT_EQ(pageBehind(42), 2);
+    EXPECT_DOUBLE_EQ(PagesOf({section}).back().Column, 99.2 / 2 - 3.5);
+}
+
 // --- While it runs
 
 TEST_F(PagePrint, StarsGrowByRecordAndStartAgainEvery25) {

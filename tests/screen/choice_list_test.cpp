@@ -372,6 +372,8 @@ TEST_F(ChoiceList, TheKeysThatMoveInAListAreTheUsers) {
     UserKey = False;
     UserPressesMouse(choices);
     EXPECT_EQ(UserKey, True);
+    UserSelects(choices, Red);
+    EXPECT_EQ(UserKey, False);
 }
 
 // Choices of several instances

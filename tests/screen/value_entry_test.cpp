@@ -246,8 +246,13 @@ TEST_F(ValueEntry, APasteIsCutBehindTheLastLineAndThatIsTold) {
 }
 
 TEST_F(ValueEntry, EnterCutsALoadedValueOverTheLimitAndTellsIt) {
-    for (const Integer shift : {Integer{0}, CtrlMask}) {
-        Give(CodeRow, "abcdefgh");
+    struct Loaded {
+        const char *Value;
+        Integer Shift;
+        std::string Left;
+    };
+    for (const auto &[value, shift, left] : {Loaded{"abcdefgh", 0, "3"}, {"abcdef", CtrlMask, "1"}}) {
+        Give(CodeRow, value);
         Open(CodeRow);
         PressEnter(shift);
         EXPECT_EQ(RowValue[CodeRow], "abcde");
@@ -255,11 +260,11 @@ TEST_F(ValueEntry, EnterCutsALoadedValueOverTheLimitAndTellsIt) {
         EXPECT_EQ(DataChanged, True);
         EXPECT_EQ(CurrentField, NotesRow);
         EXPECT_EQ(Focused(), &Quintave.List1[0]);
-        EXPECT_THAT(Dialogs.Messages,
-                    ElementsAre(FieldsAre("Quintave",
-                                          "The text was longer than its field allows and was cut. Characters left out: "
-                                          "3",
-                                          OkOnly + InformationIcon)));
+        EXPECT_THAT(
+            Dialogs.Messages,
+            ElementsAre(FieldsAre("Quintave",
+                                  "The text was longer than its field allows and was cut. Characters left out: " + left,
+                                  OkOnly + InformationIcon)));
         Dialogs.Messages.clear();
     }
 }
