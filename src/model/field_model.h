@@ -103,7 +103,7 @@ struct ScreenState {
     Integer QuitSave = False; // true while Save runs for another command
     Table<Integer> RowField;  // by row of the list in view: the element on it
     Table<std::array<Integer, 2>> GroupSlot;
-    Integer GroupItemCount = 0;        // characters of one occurrence of the group opened last
+    Integer GroupItemCount = 0;        // characters of one occurrence of the group opened last, or else loaded last
     Integer GroupOccurrenceCount = 0;  // its occurrences
     Integer GroupRecordLength = 0;     // bytes of one occurrence in its store; equal to GroupItemCount
     Integer GroupLoadedOccurrence = 0; // index of the occurrence in GroupItems()

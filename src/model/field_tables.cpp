@@ -68,6 +68,13 @@ void PlaceHeading(Integer f, const TemplateElement &element) {
     if (element.Kind == SectionKind && !element.InGroup && NumRows > 1) FieldRow[f] = AddFieldRow(f);
 }
 
+// The store that was written for a group: one occurrence.
+void CountGroup(Integer head) {
+    GroupItemCount = LengthOf(head);
+    GroupRecordLength = GroupItemCount;
+    GroupOccurrenceCount = 1;
+}
+
 // What each element stands under: the path beside the list is read off these links.
 void LinkElements() {
     std::vector<Integer> last(static_cast<std::size_t>(DeepestLevel) + 1); // by level; a group's end heads nothing
@@ -89,7 +96,10 @@ void PlaceElements(const TemplateContent &content, ChoiceWidth choiceWidth) {
         FieldTitle[NumFields] = element.Title;
         TheTemplate.Info[NumFields] = {NoValue, 0, element.Kind, element.Level};
         if (element.Type == ElementType::GroupStart) head = NumFields;
-        if (element.Type == ElementType::GroupEnd) FieldGroup[head] = NumFields;
+        if (element.Type == ElementType::GroupEnd) {
+            FieldGroup[head] = NumFields;
+            CountGroup(head);
+        }
         if (element.InGroup) FieldGroup[NumFields] = head;
         if (element.Kind > 1) {
             FieldExtra[NumFields] = {element.Extra, files.Find(element.File)};

@@ -231,6 +231,8 @@ TEST_F(TemplateLoad, AGroupStoreIsItsHeaderAndOneBlankOccurrence) {
            R"(2,99,"NUMBER","no value","","")", R"(1,0,"GROUP END","","","")"});
     EXPECT_EQ(folder.Read("GRP00001.XXX"), std::string("\x3A\0\1\0", 4) + std::string(58, ' '));
     EXPECT_EQ(folder.Read("LST00005.XXX"), "\"Red\"\r\n");
+    EXPECT_EQ(GroupItemCount, 58); // of the group loaded last
+    EXPECT_EQ(GroupOccurrenceCount, 1);
 }
 
 TEST_F(TemplateLoad, AGroupStoreHeaderIsLittleEndian) {
