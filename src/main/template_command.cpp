@@ -130,10 +130,23 @@ Header CheckHeader(const std::string &path, std::string &suffix) {
     return good ? Header::Good : Header::Wrong;
 }
 
-// The first template cannot be used: the window opens empty, as where there is none.
+// Puts a template whose work files are there onto the screen, in the place of the old one.
+void ShowTemplate(const TemplateContent &content) {
+    ClearScreen();
+    FillTables(content, ChoiceListWidth);
+    BuildTitleIndex();
+    ShowFields();
+    SettleRecovery();
+    AddRowWithoutFields();
+    ShowTemplateCaption();
+    HideBanner();
+}
+
+// The first template cannot be used, as was told: the window opens empty, as where there is none.
 void StartWithoutTemplate() {
     TemplateName.clear();
-    LoadTemplateFile();
+    FaultOf([] { ReplaceWorkFiles({}); }); // left-overs that cannot be removed are in nobody's way
+    ShowTemplate({});
 }
 
 // The full path of the template that the user picks; "" for none.
@@ -158,14 +171,7 @@ bool LoadTemplateFile() {
     ShowBanner("Quintave - Version 2.0");
     TemplateContent content;
     if (!PrepareTemplate(TemplatePath(), content)) return false;
-    ClearScreen();
-    FillTables(content, ChoiceListWidth);
-    BuildTitleIndex();
-    ShowFields();
-    SettleRecovery();
-    AddRowWithoutFields();
-    ShowTemplateCaption();
-    HideBanner();
+    ShowTemplate(content);
     return true;
 }
 
@@ -192,19 +198,15 @@ bool LoadFirstTemplate() {
     TemplateDir = FindDirectory(ResourceDir, folder);
     const std::string path = TemplatePath();
     std::string suffix;
-    if (path.empty()) {
-        LoadTemplateFile();
-    } else {
-        const Header header = CheckHeader(path, suffix);
-        if (header == Header::Wrong) {
-            EndSession();
-            return false;
-        }
-        if (header == Header::Good && LoadTemplateFile())
-            ApplyHeaderSuffix(suffix);
-        else
-            StartWithoutTemplate();
+    const Header header = path.empty() ? Header::Good : CheckHeader(path, suffix);
+    if (header == Header::Wrong) {
+        EndSession();
+        return false;
     }
+    if (header == Header::Good && LoadTemplateFile())
+        ApplyHeaderSuffix(suffix);
+    else
+        StartWithoutTemplate();
     CurrentField = 0;
     SetListIndex(Quintave.List1[0], 0);
     return true;
