@@ -70,11 +70,22 @@ void ColourFrames(Colour colour) {
         SetBackColor(*control, colour);
 }
 
+// A path of the table, below a directory, in the letter case that it is known by, which names are looked up in
+// case-blind; or as it is written where a file has that very name, and the other one would mean another file.
+std::string KnownAs(const std::string &base, const std::string &written, std::string (*toCase)(std::string_view)) {
+    std::string folder;
+    std::string name;
+    SplitPath(written, folder, name);
+    const std::string directory = FindDirectory(base, folder);
+    const bool exact = FindName(directory, name) == name;
+    return exact && FindName(directory, toCase(name)) != name ? written : toCase(written);
+}
+
 void ReadTable() {
     ResourceTable table;
     if (!ReadResourceTable(ResourceDir, table)) table = {};
-    TemplateName = table.Template;
-    TmpStr = table.Start;
+    TemplateName = KnownAs(ResourceDir, table.Template, UpperCase);
+    TmpStr = KnownAs(table.Start.starts_with('/') ? "/" : ResourceDir, table.Start, LowerCase);
     ColourFrames(table.Back);
 }
 

@@ -48,8 +48,8 @@ bool ReadResourceTable(const std::string &directory, ResourceTable &table) {
         ItemInput input = OpenItems(directory + name);
         BeginRecord(input);
         table.Kept = ItemOr(input, "");
-        table.Template = UpperCase(Trim(ItemOr(input, "")));
-        table.Start = LowerCase(Trim(ItemOr(input, "-1")));
+        table.Template = Trim(ItemOr(input, ""));
+        table.Start = Trim(ItemOr(input, "-1"));
         table.Back = ReadColour(input);
         return true;
     } catch (const RuntimeError &) {

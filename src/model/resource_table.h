@@ -11,8 +11,8 @@ inline constexpr std::string_view ResourceTableName = "quintave.tbl";
 
 struct ResourceTable {
     std::string Kept;           // first item; nothing reads it
-    std::string Template;       // trimmed, upper case; "" for none
-    std::string Start;          // trimmed, lower case; "-1" for none
+    std::string Template;       // trimmed; "" for none
+    std::string Start;          // trimmed; "-1" for none
     Colour Back = DesignColour; // of the frames and the section path
 };
 

@@ -349,6 +349,40 @@ TEST_F(StartUpTest, ATableThatVanishesBeforeItIsReadLeavesTheProgramWithoutATemp
     EXPECT_THAT(Dialogs.Messages, IsEmpty());
 }
 
+TEST_F(StartUpTest, TheTemplateThatTheTableNamesAsItIsWrittenIsLoadedBeforeAnyOther) {
+    folder.Write("quintave.tbl", "\"\",\"Site.ftf\",\"-1\"\r\n");
+    folder.Write("SITE.FTF", TemplateText({OneField, OneField}));
+    folder.Write("site.ftf", TemplateText({OneField, OneField}));
+    StartUp();
+    EXPECT_THAT(Quintave.List1[0].Rows, SizeIs(2)); // of the name in capitals
+    UnlockDirectory();
+    folder.Write("Site.ftf", TemplateText({OneField}));
+    StartUp();
+    EXPECT_THAT(Quintave.List1[0].Rows, SizeIs(1));
+    EXPECT_EQ(TemplateName, "Site.ftf"); // the name in capitals would mean the other one
+}
+
+TEST_F(StartUpTest, AFailedStartGivesOneMessageAndAWholeWindow) {
+    for (const bool there : {true, false}) {
+        folder.Write("quintave.tbl", OneRecord);
+        if (there)
+            folder.Write("SITE.FTF", TemplateText({OneField}));
+        else
+            fs::remove("SITE.FTF");
+        ClearRows(Quintave.List1[0]);
+        folder.Write("GRP00007.XXX", "left by a program that was killed");
+        fs::create_directories(folder.Path() + "GRP00007.XXX.$$$/full"); // takes the place it would be moved to
+        StartUp();
+        ExpectWorkFileError("75 - Path/File access error");
+        EXPECT_THAT(Quintave.List1[0].Rows, ElementsAre("NO DATA FIELDS"));
+        EXPECT_EQ(Quintave.editframe.Caption,
+                  "[No Fields Template Loaded -- Click on 'Field Template' to Load a Template!]");
+        EXPECT_EQ(LoadState, 0);
+        EXPECT_EQ(Quintave.List1[0].ListIndex, 0);
+        UnlockDirectory();
+    }
+}
+
 namespace {
 
 class StartFileTest : public StartUpTest {
@@ -398,6 +432,20 @@ TEST_F(StartFileTest, AMissingReportIsTold) {
                      "might want to `RESET' and start over!",
                      CriticalIcon);
     EXPECT_THAT(Quintave.List1[0].Rows, SizeIs(1));
+}
+
+TEST_F(StartFileTest, TheReportThatTheTableNamesAsItIsWrittenIsLoadedBeforeAnyOther) {
+    Start({OneField});
+    for (const std::string name : {"mine.rpx", "MINE.rpx", "Mine.rpx"}) {
+        Enter(0, name.substr(0, 1));
+        SaveAs(name);
+    }
+    CloseMainWindow();
+    StartWith("Mine.rpx");
+    EXPECT_EQ(FileMark, "Mine.rpx");
+    UnlockDirectory();
+    StartWith("MiNe.rpx");
+    EXPECT_EQ(FileMark, "mine.rpx");
 }
 
 TEST_F(StartFileTest, TheProgramsArgumentTakesItsPlace) {

@@ -25,11 +25,11 @@ constexpr const char *FirstRecord = "\"kept\",\"site.ftf\",\"-1\"\r\n";
 
 } // namespace
 
-TEST_F(ResourceTableFile, NamesAreTrimmedAndTheirCaseIsSet) {
+TEST_F(ResourceTableFile, NamesAreTrimmed) {
     const ResourceTable table = Of("\" Kept \",\"  Site.Ftf \",\"  My Report.RPX  \"\r\n");
     EXPECT_EQ(table.Kept, " Kept ");
-    EXPECT_EQ(table.Template, "SITE.FTF");
-    EXPECT_EQ(table.Start, "my report.rpx");
+    EXPECT_EQ(table.Template, "Site.Ftf");
+    EXPECT_EQ(table.Start, "My Report.RPX");
     EXPECT_EQ(table.Back, DesignColour);
 }
 
@@ -37,7 +37,7 @@ TEST_F(ResourceTableFile, ItsNameIsFoundInAnyLetterCase) {
     folder.Write("QUINTAVE.TBL", FirstRecord);
     ResourceTable table;
     EXPECT_TRUE(ReadResourceTable(folder.Path(), table));
-    EXPECT_EQ(table.Template, "SITE.FTF");
+    EXPECT_EQ(table.Template, "site.ftf");
 }
 
 TEST_F(ResourceTableFile, MissingItemsAreEmptyAndTheStartFileNone) {
@@ -47,9 +47,9 @@ TEST_F(ResourceTableFile, MissingItemsAreEmptyAndTheStartFileNone) {
                               {"\r\n \r\n", "", "", "-1"},
                               {"kept", "kept", "", "-1"},
                               {"kept\r\n", "kept", "", "-1"},
-                              {"kept,site.ftf", "kept", "SITE.FTF", "-1"},
-                              {"kept,site.ftf,", "kept", "SITE.FTF", "-1"},
-                              {"kept,site.ftf,\r\n", "kept", "SITE.FTF", ""},
+                              {"kept,site.ftf", "kept", "site.ftf", "-1"},
+                              {"kept,site.ftf,", "kept", "site.ftf", "-1"},
+                              {"kept,site.ftf,\r\n", "kept", "site.ftf", ""},
                               {",,\r\n", "", "", ""},
                               {"\"kept", "", "", "-1"}};
     for (const auto &[bytes, kept, name, start] : Expected) {
