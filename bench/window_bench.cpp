@@ -137,7 +137,7 @@ void Load(int fields) {
     WriteIn("BENCH.RPX", ManyRecords(fields));
     OpenWindow();
     AnswerNo();
-    Measure("load", Quintave.List1[0], [] { Report([] { LoadStartFile(Folder() + "BENCH.RPX"); }); });
+    Measure("load", Quintave.List1[0], [] { Report([] { LoadReport(Folder(), "BENCH.RPX"); }); });
     if (!RowValue[0].ends_with("|value number 0")) Fail("load");
 }
 

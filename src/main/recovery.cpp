@@ -193,6 +193,7 @@ bool Offer(const std::string &report) {
 } // namespace
 
 bool OfferRecovery(const std::string &report) {
+    const std::string firstDir = TemplateDir;
     const std::string firstTemplate = TemplateName;
     bool back = false;
     Exists = false;
@@ -205,7 +206,10 @@ bool OfferRecovery(const std::string &report) {
         TellRefusal(ErrorReason(fault), RecoveryPath(), "");
     else if (fault != 0)
         RefuseError(fault);
-    if (!back) TemplateName = firstTemplate;
+    if (!back) {
+        TemplateDir = firstDir;
+        TemplateName = firstTemplate;
+    }
     SetEnabled(Quintave.RecoveryTimer, true);
     return back;
 }

@@ -2,6 +2,7 @@
 #include "main/start_up.h"
 
 #include "form/main_window.h"
+#include "main/given_report.h"
 #include "main/recovery.h"
 #include "main/session.h"
 #include "main/template_command.h"
@@ -12,7 +13,6 @@
 #include "platform/codepage.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
-#include "report/load_command.h"
 #include "screen/selection.h"
 
 namespace {
@@ -89,6 +89,14 @@ void ReadTable() {
     ColourFrames(table.Back);
 }
 
+// Divides the path of the template that the table names.
+void LocateTemplate() {
+    const std::string path = TemplateName;
+    std::string folder;
+    SplitPath(path, folder, TemplateName);
+    TemplateDir = FindDirectory(ResourceDir, folder);
+}
+
 } // namespace
 
 bool LoadMainWindow(const StartArguments &arguments) {
@@ -115,8 +123,13 @@ void ActivateMainWindow() {
     ReportFilePattern = "*.rpx";
     ReportFileName.clear();
     FileFilter = {"Quintave Files (*.rpx)", "*.rpx", "All Files (*.*)", "*.*", "-1", "0"};
+    LocateTemplate();
     if (OfferRecovery(ReportArgument.empty() ? StartFile : ReportArgument)) return;
-    if (LoadFirstTemplate() && NumFields > 0) LoadStartFile(ReportArgument);
+    std::string directory;
+    std::string name;
+    const bool given = FindStartReport(ReportArgument, directory, name);
+    if (!(given && LoadTemplateOfReport(directory, name)) && !LoadFirstTemplate()) return;
+    if (given) OpenGivenReport(directory, name);
 }
 
 void LogoOff_Click() {

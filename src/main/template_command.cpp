@@ -161,10 +161,11 @@ std::string AskForTemplate() {
 
 } // namespace
 
+bool TemplateIsThere() { return NumFields > 0 || !TemplatePath().empty(); }
+
 void ShowTemplateCaption() {
-    SetCaption(Quintave.editframe, TemplatePath().empty() && NumFields == 0
-                                       ? std::string(NoTemplateCaption)
-                                       : "[Template: " + NameText(TemplateName) + "] - RPX File(s): ");
+    SetCaption(Quintave.editframe, TemplateIsThere() ? "[Template: " + NameText(TemplateName) + "] - RPX File(s): "
+                                                     : std::string(NoTemplateCaption));
 }
 
 bool LoadTemplateFile() {
@@ -192,10 +193,6 @@ bool LoadTemplateAt(const std::string &directory, const std::string &name) {
 }
 
 bool LoadFirstTemplate() {
-    const std::string relative = TemplateName;
-    std::string folder;
-    SplitPath(relative, folder, TemplateName);
-    TemplateDir = FindDirectory(ResourceDir, folder);
     const std::string path = TemplatePath();
     std::string suffix;
     const Header header = path.empty() ? Header::Good : CheckHeader(path, suffix);

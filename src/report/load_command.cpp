@@ -109,8 +109,9 @@ void LoadAndShow(ItemInput &input) {
     ShowSelectedField(Restart);
 }
 
-// The report at a path on top of what is on screen. One that is refused changes nothing there.
-void LoadPicked(const std::string &directory, const std::string &name) {
+} // namespace
+
+void LoadReport(const std::string &directory, const std::string &name) {
     const std::string formerDir = std::exchange(ReportFileDir, directory);
     const std::string formerName = std::exchange(ReportFileName, name);
     ItemInput input;
@@ -121,8 +122,6 @@ void LoadPicked(const std::string &directory, const std::string &name) {
     ReportFileDir = formerDir;
     ReportFileName = formerName;
 }
-
-} // namespace
 
 bool PickReport(const std::string &title, std::string_view refusal, std::string &directory, std::string &name) {
     Quintave.cmDialog = {.Title = title,
@@ -144,21 +143,6 @@ void CommandAdd_Click() {
     std::string name;
     if (PickReport("Pick a '*.RPX' file to add...", "You must select a `*.RPX' file!\n\r\n\rPlease Try Again.",
                    directory, name))
-        LoadPicked(directory, name);
+        LoadReport(directory, name);
     SetFocus(ActiveRows());
-}
-
-void LoadStartFile(const std::string &argument) {
-    const std::string &named = argument.empty() ? StartFile : argument;
-    if (named.empty() || named == "-1" || !IsReportName(named)) return;
-    std::string directory;
-    std::string name;
-    SplitPath(named, directory, name);
-    if (argument.empty()) directory = FindDirectory(directory.starts_with('/') ? "/" : ResourceDir, directory);
-    if (directory.empty()) directory = CurrentDirectory();
-    if (argument.empty()) {
-        const std::string found = FindName(directory, name);
-        if (!found.empty()) name = found;
-    }
-    LoadPicked(directory, name);
 }

@@ -1,4 +1,4 @@
-// The command that opens a report or merges it into the entries, and the report loaded at the start.
+// The command that opens a report or merges it into the entries, and loading a report that is known.
 #pragma once
 
 #include <string>
@@ -12,8 +12,8 @@ void CommandAdd_Click();
 // Asks for a saved report; false where the user picks none, or after a message a file that is none by its name.
 bool PickReport(const std::string &title, std::string_view refusal, std::string &directory, std::string &name);
 
-// Loads the report named as the program's argument, else the one the resource table names, else none.
-void LoadStartFile(const std::string &argument);
+// Loads a report on top of what is on screen, and shows what it brought. One that is refused changes nothing there.
+void LoadReport(const std::string &directory, const std::string &name);
 
 // Reads ReportFileDir & ReportFileName on top of what is on screen. CurrentField must name no row that the load could
 // rewrite.
