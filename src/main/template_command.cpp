@@ -152,7 +152,7 @@ void StartWithoutTemplate() {
 // The full path of the template that the user picks; "" for none.
 std::string AskForTemplate() {
     Quintave.cmDialog = {.Title = "Select a new FIELDS TEMPLATE File...",
-                         .InitDir = ReportFileDir,
+                         .InitDir = TemplateDir,
                          .Filter = "Quintave FTF(*.ftf,*.tbl)|*.ftf;*.tbl|All files(*.*)|*.*",
                          .FileName = "",
                          .Flags = FileMustExist + HideReadOnly};

@@ -522,12 +522,14 @@ protected:
 
 TEST_F(TemplateCommand, AsksWithItsDialog) {
     Start(Fields);
+    ReportFileDir = "/reports/"; // where the last report was saved says nothing of where templates lie
     Press(Quintave.CommandTemplate);
     ASSERT_THAT(Dialogs.Asked, SizeIs(1));
     EXPECT_EQ(Dialogs.Asked[0].Title, "Select a new FIELDS TEMPLATE File...");
     EXPECT_EQ(Dialogs.Asked[0].Text, "Quintave FTF(*.ftf,*.tbl)|*.ftf;*.tbl|All files(*.*)|*.*");
     EXPECT_EQ(Dialogs.Asked[0].Proposal, "");
-    EXPECT_EQ(Dialogs.Asked[0].Directory, ReportFileDir);
+    EXPECT_EQ(Dialogs.Asked[0].Directory, TemplateDir);
+    EXPECT_EQ(TemplateDir, CurrentDirectory());
     EXPECT_EQ(Dialogs.Asked[0].Flags, 4100);
 }
 
