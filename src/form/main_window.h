@@ -63,6 +63,7 @@ struct QuintaveForm {
     Control LogoQuit = ButtonAt("LogoQuit");
     Control Dir1{.Type = Kind::List, .Name = "Dir1", .Visible = false, .TakesFocus = false}; // its tag is its path
     Control Timer1{.Type = Kind::Timer, .Name = "Timer1", .Enabled = false};
+    Control GivenTimer{.Type = Kind::Timer, .Name = "GivenTimer", .Enabled = false, .Interval = 200};
     Control RecoveryTimer{.Type = Kind::Timer, .Name = "RecoveryTimer", .Enabled = false, .Interval = 1000};
 
     // Entry screen

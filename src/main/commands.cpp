@@ -5,6 +5,7 @@
 #include "groups/open_group.h"
 #include "groups/table_commands.h"
 #include "help/help_window.h"
+#include "main/given_report.h"
 #include "main/recovery.h"
 #include "main/session.h"
 #include "main/start_up.h"
@@ -73,6 +74,7 @@ constexpr std::array CommandTable{
 constexpr std::array Others{
     Connection{"FIScroll", Event::Change, FIScroll_Change},
     Connection{"FIScroll", Event::KeyDown, Command_KeyDown},
+    Connection{"GivenTimer", Event::Timer, GivenTimer_Timer},
     Connection{"HelpForm", Event::Resize, HelpForm_Resize},
     Connection{"HelpForm", Event::Unload, HelpForm_Unload},
     Connection{"HelpQuit", Event::Click, HelpQuit_Click},

@@ -10,6 +10,10 @@
 #include "platform/items.h"
 #include "report/load_command.h"
 #include "report/records.h"
+#include "screen/selection.h"
+#include "screen/value_entry.h"
+
+#include <deque>
 
 namespace {
 
@@ -22,6 +26,20 @@ std::string TemplateNamedIn(const std::string &report) {
         isReport = ReadReportHeader(input, &name);
     });
     return isReport ? ToUtf8(name) : "";
+}
+
+// Full paths of the reports that were handed over, in their order.
+std::deque<std::string> Waiting;
+
+void OpenOnTop(const std::string &report) {
+    std::string directory;
+    std::string name;
+    SplitPath(report, directory, name);
+    CommitPendingEdit();
+    if (!IsReportName(name) || !MakeReadyToLoad()) return;
+    if (DataChanged == False && FileMark == FirstLoad) LoadTemplateOfReport(directory, name);
+    OpenGivenReport(directory, name);
+    SetFocus(ActiveRows());
 }
 
 } // namespace
@@ -58,4 +76,19 @@ void OpenGivenReport(const std::string &directory, const std::string &name) {
         MsgBox("No Fields Template was loaded, so there is nothing to load this file into!" + NL + NL +
                    "Load one with 'Field Template', then open the file with 'Add/Open File'.",
                CriticalIcon, "ERROR LOADING " + NameText(name));
+}
+
+void TakeReport(const std::string &report) {
+    if (report.empty()) return;
+    Waiting.push_back(report);
+    SetEnabled(Quintave.GivenTimer, true);
+}
+
+void GivenTimer_Timer() {
+    // The panel belongs to the entries as they are.
+    if (Waiting.empty() || IsInterrupting() || Quintave.PrintFrame.Visible) return;
+    const std::string report = Waiting.front();
+    Waiting.pop_front();
+    SetEnabled(Quintave.GivenTimer, !Waiting.empty());
+    OpenOnTop(report);
 }

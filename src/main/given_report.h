@@ -1,4 +1,5 @@
-// Reports that are given to the program: as its argument, as the file manager does it, or by the resource table.
+// Reports that are given to the program: as its argument, as the file manager does it, by the resource table, or by
+// another program that was started second (platform/hand_over.h).
 #pragma once
 
 #include <string>
@@ -12,3 +13,10 @@ bool LoadTemplateOfReport(const std::string &directory, const std::string &name)
 
 // Loads the report on top of what is on screen; without a template it is told that there is nothing to load it into.
 void OpenGivenReport(const std::string &directory, const std::string &name);
+
+// Another program has handed over a report, "" for none; it is opened as soon as nothing else goes on.
+void TakeReport(const std::string &report);
+
+// Event of GivenTimer: opens the report that waits longest, as Add does. Where nothing was entered or opened yet, it
+// brings its template.
+void GivenTimer_Timer();

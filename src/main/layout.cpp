@@ -115,6 +115,6 @@ Place PrintPanel() {
 } // namespace
 
 Place MainLayout() {
-    return Column(
-        {Pages({StartFrame(), EntryFrame(), PrintPanel()}, 1), One(Q.Dir1), One(Q.Timer1), One(Q.RecoveryTimer)});
+    return Column({Pages({StartFrame(), EntryFrame(), PrintPanel()}, 1), One(Q.Dir1), One(Q.Timer1), One(Q.GivenTimer),
+                   One(Q.RecoveryTimer)});
 }

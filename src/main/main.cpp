@@ -1,10 +1,13 @@
 // The program: arguments, then the main window until it ends.
 #include "main/commands.h"
+#include "main/given_report.h"
 #include "main/layout.h"
 #include "main/session.h"
 #include "main/start_up.h"
+#include "model/field_model.h"
 #include "platform/controls.h"
 #include "platform/files.h"
+#include "platform/hand_over.h"
 #include "platform/program.h"
 
 #include <cstdio>
@@ -63,6 +66,7 @@ int main(int argc, char **argv) {
     ConnectMainWindow();
     if (!LoadMainWindow(arguments)) return 0;
     ShowMainWindow(MainLayout(), WindowTitle, CloseMainWindow, OfferSave, EndOnSignal);
+    ServeRequests(ListenForRequests(ResourceDir), TakeReport);
     RunAsEvent(ActivateMainWindow);
     return RunProgram();
 }

@@ -13,6 +13,7 @@
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "platform/front.h"
+#include "platform/hand_over.h"
 #include "report/save_command.h"
 #include "screen/selected_field.h"
 #include "screen/selection.h"
@@ -121,6 +122,7 @@ void EndSession() {
     HelpQuit_Click();
     CloseStore();
     DeleteWorkFiles();
+    StopListening();
     UnlockDirectory();
     EndProgram();
 }

@@ -13,6 +13,8 @@
 #include "platform/codepage.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
+#include "platform/hand_over.h"
+#include "report/records.h"
 #include "screen/selection.h"
 
 namespace {
@@ -41,16 +43,39 @@ void AskForResources() {
                                "Quintave.Tbl Location?", ReportFileDir));
 }
 
+// The report named on the command line, so that another program finds it too; "" for none.
+std::string GivenPath() {
+    if (!IsReportName(ReportArgument)) return "";
+    return ReportArgument.starts_with('/') ? ReportArgument : CurrentDirectory() + ReportArgument;
+}
+
+enum class Lock { Taken, HandedOver, Refused };
+
+// The one program that works on the directory, or what was asked of this one handed over to it. That one may be about
+// to start, and not listening yet, or about to end.
+Lock LockOrHandOver() {
+    constexpr int Moment = 500; // milliseconds
+    Lock lock = Lock::Refused;
+    ComesOffWithin(Moment, [&] {
+        if (LockDirectory(ResourceDir))
+            lock = Lock::Taken;
+        else if (HandOver(ResourceDir, GivenPath()))
+            lock = Lock::HandedOver;
+        return lock != Lock::Refused;
+    });
+    return lock;
+}
+
 // Finds the resource directory and takes its lock, before anything in it is touched.
 bool FindResources() {
     if (!HasResources()) AskForResources();
     while (true) {
         if (!HasResources()) {
             if (!AskAgain("Quintave resources were not found", "The Quintave.Tbl file must be loaded!")) return false;
-        } else if (!LockDirectory(ResourceDir)) {
-            if (!AskAgain("Another Quintave is working", "Each needs a resource directory of its own!")) return false;
         } else {
-            return true;
+            const Lock lock = LockOrHandOver();
+            if (lock != Lock::Refused) return lock == Lock::Taken;
+            if (!AskAgain("Another Quintave is working", "Each needs a resource directory of its own!")) return false;
         }
         AskForResources();
     }

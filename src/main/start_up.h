@@ -10,7 +10,8 @@ struct StartArguments {
     std::string Installed = {}; // directory to fill the user's own resource directory from, which is then worked in
 };
 
-// Load of the main window. False where the user gave up looking for the resource directory: the program ends.
+// Load of the main window. False where the program ends: the user gave up looking for the resource directory, or
+// another program of his works in it and has taken the report.
 bool LoadMainWindow(const StartArguments &arguments);
 
 // First activation of the main window, once it is shown: loads the default template and the start file.

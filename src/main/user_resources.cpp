@@ -3,6 +3,7 @@
 
 #include "model/field_model.h"
 #include "model/resource_table.h"
+#include "platform/clock.h"
 #include "platform/codepage.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
@@ -52,6 +53,18 @@ void GiveFiles(const std::string &installed, const std::string &directory) {
     if (given.size() != before) WriteGivenNames(directory, given);
 }
 
+// Takes the directory's lock. False where another program works in it, which has filled it, or is about to: then its
+// table is waited for, for a while.
+bool MayFill(const std::string &directory) {
+    constexpr int LongestFilling = 5000; // milliseconds
+    bool locked = false;
+    ComesOffWithin(LongestFilling, [&] {
+        locked = LockDirectory(directory);
+        return locked || FileExists(directory + std::string(ResourceTableName));
+    });
+    return locked;
+}
+
 } // namespace
 
 std::string UserResources(const std::string &installed) {
@@ -60,8 +73,7 @@ std::string UserResources(const std::string &installed) {
     try {
         if (directory.empty()) throw RuntimeError{PathNotFound};
         MakeDirectory(directory);
-        // Where another Quintave works in it, that one has filled it.
-        if (LockDirectory(directory)) GiveFiles(installed, directory);
+        if (MayFill(directory)) GiveFiles(installed, directory);
     } catch (const RuntimeError &error) {
         MsgBox(
             "Error: " + ErrorText(error.Number) + NL + "Error filling your own resource directory (" +

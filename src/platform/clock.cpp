@@ -1,7 +1,8 @@
-// The date of prints (clock.h).
+// The date of prints, and waiting (clock.h).
 #include "platform/clock.h"
 
 #include <array>
+#include <chrono>
 #include <cstdlib>
 #include <ctime>
 
@@ -15,4 +16,15 @@ std::string PrintDate() {
         localtime_r(&moment, &date);
     std::array<char, 16> text{};
     return {text.data(), std::strftime(text.data(), text.size(), "%m-%d-%Y", &date)};
+}
+
+bool ComesOffWithin(int milliseconds, const std::function<bool()> &act) {
+    using std::chrono::steady_clock;
+    constexpr timespec Pause{0, 20'000'000};
+    const auto end = steady_clock::now() + std::chrono::milliseconds(milliseconds);
+    while (!act()) {
+        if (steady_clock::now() >= end) return false;
+        nanosleep(&Pause, nullptr);
+    }
+    return true;
 }

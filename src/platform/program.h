@@ -15,5 +15,9 @@ void StartProgram(int &argc, char **argv);
 // the program.
 void ShowMainWindow(const Place &layout, std::string (*title)(), bool (*mayClose)(), bool (*maySave)(), void (*end)());
 
+// From now on a request that arrives at the descriptor (hand_over.h) brings the window to the front, and its report is
+// handed on, in the middle of whatever goes on. -1 for no descriptor.
+void ServeRequests(int listener, void (*take)(const std::string &report));
+
 // Handles events until EndProgram; the exit status.
 int RunProgram();

@@ -135,10 +135,15 @@ bool PickReport(const std::string &title, std::string_view refusal, std::string 
     return false;
 }
 
-void CommandAdd_Click() {
-    if (!LeaveGroup()) return;
+bool MakeReadyToLoad() {
+    if (!LeaveGroup()) return false;
     WriteTemporaryReport(TemporaryReportName());
     KeepBeforeAsking();
+    return true;
+}
+
+void CommandAdd_Click() {
+    if (!MakeReadyToLoad()) return;
     std::string directory;
     std::string name;
     if (PickReport("Pick a '*.RPX' file to add...", "You must select a `*.RPX' file!\n\r\n\rPlease Try Again.",

@@ -9,6 +9,10 @@ enum class LoadResult; // report/reader.h
 // Event of CommandAdd.
 void CommandAdd_Click();
 
+// What goes before a load on top of entries: an open group is left, a temporary report written. False where the group
+// cannot be left.
+bool MakeReadyToLoad();
+
 // Asks for a saved report; false where the user picks none, or after a message a file that is none by its name.
 bool PickReport(const std::string &title, std::string_view refusal, std::string &directory, std::string &name);
 

@@ -1,5 +1,7 @@
 """Starting: the resource directory asked for, the lock, faulty templates, arguments, the start-up frame."""
 
+import fcntl
+import os
 import subprocess
 import time
 import unittest
@@ -72,26 +74,75 @@ class ResourceDirectory(StartTest):
             start_entry(desk)
             self.assertEqual(desk.row_count("Fields"), 2)
 
-    def test_of_another_running_program_is_refused(self):
-        with super().desk() as first, self.desk(args=["--resources", str(first.resources)], display=first) as second:
-            self.assert_message(second, BAD, TAKEN.format(first.resources), ["Yes", "No"], "red")
-            self.assertEqual(work_files(first.resources), ["LST00003.XXX"])
-            reply(second, "Yes")
-            second.enter_text(self.new_resources(), WHERE)
-            start_entry(second)
-            second.key("ctrl+q")
-            self.assertEqual(second.wait_exit(), 0)
-            self.assertEqual(work_files(first.resources), ["LST00003.XXX"])
-            first.activate()
-            start_entry(first)
-            fill(first, "Title", "untouched")
+    def locked(self):
+        """A resource directory that a program of another user or machine works on, until the test is over."""
+        resources = self.new_resources()
+        handle = os.open(resources, os.O_RDONLY | os.O_DIRECTORY)
+        self.addCleanup(os.close, handle)
+        fcntl.flock(handle, fcntl.LOCK_EX)
+        return resources
 
-    def test_of_another_running_program_answered_with_no_ends_the_second(self):
-        with super().desk() as first, self.desk(args=["--resources", str(first.resources)], display=first) as second:
-            second.wait_message(BAD)
-            reply(second, "No")
-            self.assertEqual(second.wait_exit(), 0)
-            self.assertEqual(work_files(first.resources), ["LST00003.XXX"])
+    def test_of_another_users_program_is_refused(self):
+        resources = self.locked()
+        with self.desk(args=["--resources", str(resources)]) as desk:
+            self.assert_message(desk, BAD, TAKEN.format(resources), ["Yes", "No"], "red")
+            self.assertEqual(work_files(resources), [])
+            reply(desk, "Yes")
+            desk.enter_text(self.new_resources(), WHERE)
+            start_entry(desk)
+            desk.key("ctrl+q")
+            self.assertEqual(desk.wait_exit(), 0)
+            self.assertEqual(work_files(resources), [])
+
+    def test_of_another_users_program_answered_with_no_ends_the_program(self):
+        resources = self.locked()
+        with self.desk(args=["--resources", str(resources)]) as desk:
+            desk.wait_message(BAD)
+            reply(desk, "No")
+            self.assertEqual(desk.wait_exit(), 0)
+            self.assertEqual(work_files(resources), [])
+
+
+class SecondStart(StartTest):
+    """Of the user's own, on the directory that the first one works in."""
+
+    def start_again(self, desk, *arguments):
+        second = desk.display.start([desk.program, "--resources", desk.resources, *arguments], "second.log",
+                                    cwd=desk.cwd)
+        self.assertEqual(second.wait(30), 0)
+        self.assertEqual((desk.display.folder / "second.log").read_text(), "")
+
+    def test_hands_its_report_over_and_ends(self):
+        with self.desk() as desk:
+            (desk.cwd / "given.rpx").write_bytes(self.report('1,-1,"Site",""', '2,1,"Title","Given"'))
+            start_entry(desk)
+            self.start_again(desk, "given.rpx")
+            desk.wait_for(lambda: value_of(desk, "Title") == "Given", "the report that was handed over")
+            self.assertEqual(desk.windows(), [f"given.rpx - {self.NAME} - Quintave"])
+            self.assertEqual(desk.focus_name(), "Fields")
+            self.assertEqual(work_files(desk.resources)[-1], "LST00003.XXX")
+
+    def test_brings_the_first_to_the_front(self):
+        with self.desk() as desk:
+            start_entry(desk)
+            window = desk.display.run("xdotool", "getwindowfocus").strip()
+            desk.display.run("xdotool", "windowminimize", "--sync", window)
+            self.start_again(desk)
+            desk.wait_for(lambda: desk.display.run("xdotool", "getwindowfocus").strip() == window, "the window in front")
+            fill(desk, "Title", "untouched")
+
+    def test_waits_for_an_open_question(self):
+        with self.desk() as desk:
+            (desk.cwd / "given.rpx").write_bytes(self.report('1,-1,"Site",""', '2,1,"Title","Given"'))
+            start_entry(desk)
+            fill(desk, "Title", "Mine")
+            desk.key("ctrl+r")
+            desk.wait_message("CLEAR ALL FIELDS (Reset)")
+            self.start_again(desk, "given.rpx")
+            time.sleep(1)
+            self.assertEqual(desk.message().title, "CLEAR ALL FIELDS (Reset)")
+            reply(desk, "No")
+            desk.wait_for(lambda: value_of(desk, "Title") == "Given", "the report that was handed over")
 
 
 class FaultyTemplate(StartTest):

@@ -168,3 +168,98 @@ TEST_F(GivenReport, ThatIsNoneByItsNameIsIgnored) {
     StartOn(folder.Path() + "reports/mine.txt");
     EXPECT_THAT(Dialogs.Messages, IsEmpty());
 }
+
+// --- Handed over by another program
+// -------------------------------------------------------------------------------------
+
+namespace {
+
+// The program at work, past its start-up frame, and reports on another template.
+class HandedOver : public GivenReport {
+protected:
+    HandedOver() {
+        folder.Write("res/WELLS.FTF", TemplateText({Depth}));
+        StartOn("");
+        Press(Quintave.LogoOff);
+    }
+
+    void HandOverReport(const std::string &templateName, const std::string &field) const {
+        folder.Write("reports/mine.rpx", ReportOf(templateName, field));
+        TakeReport(folder.Path() + "reports/mine.rpx");
+    }
+};
+
+} // namespace
+
+TEST_F(HandedOver, BringsItsTemplateToAnEmptyScreen) {
+    HandOverReport("WELLS.FTF", "Depth");
+    EXPECT_EQ(RowValue[0], "");
+    UserTicks(Quintave.GivenTimer);
+    ExpectLoaded("[Template: WELLS.FTF] - RPX File(s): mine; ");
+    EXPECT_EQ(Focused(), &Quintave.List1[0]);
+    EXPECT_EQ(Quintave.CommandAdd.Caption, "^Add/Merge File");
+    EXPECT_FALSE(Quintave.GivenTimer.Enabled);
+}
+
+TEST_F(HandedOver, IsAddedToWhatIsOnTheScreen) {
+    Open(0);
+    Type("Wells"); // not yet taken over from the box
+    HandOverReport("WELLS.FTF", "Title");
+    Dialogs.Answers = {NoAnswer};
+    UserTicks(Quintave.GivenTimer);
+    EXPECT_EQ(RowValue[0], "Wells|12");
+    EXPECT_EQ(Quintave.editframe.Caption, "[Template: SITE.FTF] - RPX File(s): mine; ");
+    EXPECT_EQ(Dialogs.Messages.size(), 1U); // overwrite, or add to it
+    EXPECT_TRUE(folder.Has("res/!quin!02.$$$"));
+}
+
+TEST_F(HandedOver, WaitsForTheEndOfTheCommandAndForThePrintPanel) {
+    HandOverReport("SITE.FTF", "Title");
+    RunAsEvent([] { UserTicks(Quintave.GivenTimer); });
+    EXPECT_EQ(RowValue[0], "");
+    SetVisible(Quintave.PrintFrame, true);
+    UserTicks(Quintave.GivenTimer);
+    EXPECT_EQ(RowValue[0], "");
+    SetVisible(Quintave.PrintFrame, false);
+    EXPECT_TRUE(Quintave.GivenTimer.Enabled);
+    UserTicks(Quintave.GivenTimer);
+    EXPECT_EQ(RowValue[0], "12");
+}
+
+TEST_F(HandedOver, OneAfterTheOther) {
+    HandOverReport("SITE.FTF", "Title");
+    folder.Write("reports/other.rpx", ReportOf("SITE.FTF", "Title"));
+    TakeReport(folder.Path() + "reports/other.rpx");
+    UserTicks(Quintave.GivenTimer);
+    EXPECT_TRUE(Quintave.GivenTimer.Enabled);
+    Dialogs.Answers = {NoAnswer};
+    UserTicks(Quintave.GivenTimer);
+    EXPECT_FALSE(Quintave.GivenTimer.Enabled);
+    EXPECT_EQ(RowValue[0], "12|12");
+    EXPECT_EQ(Quintave.editframe.Caption, "[Template: SITE.FTF] - RPX File(s): mine; other; ");
+}
+
+TEST_F(HandedOver, LeavesAnOpenGroupFirst) {
+    folder.Write("res/GROUP.FTF", TemplateText({Title, R"(1,2,"GROUP START","Samples","","")",
+                                                R"(2,5,"TEXT","Place","","")", R"(1,0,"GROUP END","","","")"}));
+    HandOverReport("GROUP.FTF", "Title");
+    UserTicks(Quintave.GivenTimer);
+    Open(1);
+    ASSERT_EQ(ActiveList, GroupList);
+    Enter(0, "here");
+    TakeReport(folder.Path() + "reports/mine.rpx");
+    Dialogs.Answers = {NoAnswer};
+    UserTicks(Quintave.GivenTimer);
+    EXPECT_EQ(ActiveList, 0);
+    EXPECT_EQ(RowValue[0], "12|12");
+}
+
+TEST_F(HandedOver, NoReportOpensNone) {
+    TakeReport("");
+    EXPECT_FALSE(Quintave.GivenTimer.Enabled);
+    TakeReport(folder.Path() + "reports/mine.txt");
+    UserTicks(Quintave.GivenTimer);
+    EXPECT_FALSE(Quintave.GivenTimer.Enabled);
+    EXPECT_THAT(Dialogs.Messages, IsEmpty());
+    EXPECT_EQ(FileMark, "FirstLoad");
+}

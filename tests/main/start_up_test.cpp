@@ -5,13 +5,19 @@
 #include "main/session.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "platform/hand_over.h"
 #include "support/messages.h"
 #include "support/screen_test.h"
 
+#include <chrono>
 #include <fcntl.h>
 #include <filesystem>
+#include <memory>
+#include <optional>
+#include <poll.h>
 #include <sys/file.h>
 #include <sys/syscall.h>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -184,6 +190,80 @@ TEST_F(StartUpTest, ADirectoryInUseIsRefusedAndLeftUntouched) {
     ExpectMessage(0, Working(CurrentDirectory()));
     EXPECT_THAT(Dialogs.Asked, IsEmpty());
     EXPECT_EQ(folder.Read("LST00001.XXX"), "another's");
+}
+
+namespace {
+
+// What the program at work on the directory is asked for while another one starts there; none where that is in vain.
+std::optional<Request> AskedFor(const std::string &directory, const StartArguments &arguments) {
+    const ForeignLock atWork(directory);
+    const int listener = ListenForRequests(directory);
+    bool goesOn = true;
+    std::optional<Request> request;
+    std::thread other([&] {
+        pollfd arrival{listener, POLLIN, 0};
+        if (poll(&arrival, 1, 5000) == 1) request = TakeRequest(listener);
+    });
+    goesOn = LoadMainWindow(arguments);
+    other.join();
+    EXPECT_FALSE(goesOn);
+    EXPECT_THAT(Dialogs.Messages, IsEmpty());
+    StopListening();
+    return request;
+}
+
+} // namespace
+
+TEST_F(StartUpTest, ADirectoryThatTheUserWorksInTakesTheReportOver) {
+    folder.Write("quintave.tbl", OneRecord);
+    const auto relative = AskedFor(folder.Path(), {.Resources = "", .Report = "sub/a.rpx"});
+    ASSERT_TRUE(relative);
+    EXPECT_EQ(relative->Report, CurrentDirectory() + "sub/a.rpx");
+    const auto absolute = AskedFor(folder.Path(), {.Resources = "", .Report = "/sub/a.rpx"});
+    ASSERT_TRUE(absolute);
+    EXPECT_EQ(absolute->Report, "/sub/a.rpx");
+}
+
+TEST_F(StartUpTest, WithoutAReportTheProgramAtWorkIsAskedToComeToTheFront) {
+    folder.Write("quintave.tbl", "\"\",\"site.ftf\",\"mine.rpx\"\r\n"); // the table's was not given to this program
+    for (const std::string report : {"", "a.txt"}) {
+        const auto request = AskedFor(folder.Path(), {.Resources = "", .Report = report});
+        ASSERT_TRUE(request) << report;
+        EXPECT_EQ(request->Report, "") << report;
+    }
+}
+
+TEST_F(StartUpTest, AProgramThatEndsMeanwhileLeavesTheDirectoryToTheNext) {
+    folder.Write("quintave.tbl", OneRecord);
+    auto ending = std::make_unique<ForeignLock>(folder.Path());
+    ListenForRequests(folder.Path());
+    std::thread end([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        StopListening();
+        ending.reset();
+    });
+    EXPECT_TRUE(LoadMainWindow({.Resources = "", .Report = "a.rpx"}));
+    end.join();
+    EXPECT_THAT(Dialogs.Messages, IsEmpty());
+    ExpectLocked(folder.Path(), true);
+}
+
+TEST_F(StartUpTest, AProgramThatHasJustStartedIsWaitedFor) {
+    folder.Write("quintave.tbl", OneRecord);
+    const ForeignLock starting(folder.Path());
+    std::optional<Request> request;
+    std::thread start([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(120));
+        const int listener = ListenForRequests(folder.Path());
+        pollfd arrival{listener, POLLIN, 0};
+        if (poll(&arrival, 1, 5000) == 1) request = TakeRequest(listener);
+    });
+    EXPECT_FALSE(LoadMainWindow({.Resources = "", .Report = "/a.rpx"}));
+    start.join();
+    StopListening();
+    EXPECT_THAT(Dialogs.Messages, IsEmpty());
+    ASSERT_TRUE(request);
+    EXPECT_EQ(request->Report, "/a.rpx");
 }
 
 TEST_F(StartUpTest, YesAsksForAnotherDirectory) {

@@ -7,9 +7,11 @@
 #include "support/messages.h"
 #include "support/screen_test.h"
 
+#include <chrono>
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/file.h>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -187,6 +189,22 @@ TEST_F(UserResourcesTest, InUseByAnotherProgramIsLeftAloneAndAskedAbout) {
     EXPECT_THAT(Dialogs.Messages[0].Text, HasSubstr("Another Quintave is working"));
     EXPECT_FALSE(NameTaken(Own("NEW.FTF")));
     close(other);
+}
+
+TEST_F(UserResourcesTest, AnotherProgramThatJustFillsItIsWaitedFor) {
+    fs::create_directories(Own(""));
+    const int other = open(Own("").c_str(), O_RDONLY | O_DIRECTORY);
+    ASSERT_EQ(flock(other, LOCK_EX | LOCK_NB), 0);
+    std::thread filling([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(150));
+        folder.Write("data/quintave/quintave.tbl", "its table");
+    });
+    Fill();
+    EXPECT_EQ(OwnNames(), std::vector<std::string>{"quintave.tbl"});
+    filling.join();
+    EXPECT_EQ(OwnText("quintave.tbl"), "its table");
+    close(other);
+    EXPECT_THAT(Dialogs.Messages, IsEmpty());
 }
 
 TEST_F(UserResourcesTest, AfterAFailureTheDirectoryIsAskedFor) {

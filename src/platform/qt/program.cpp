@@ -2,6 +2,7 @@
 #include "platform/program.h"
 
 #include "platform/controls.h"
+#include "platform/hand_over.h"
 #include "platform/qt/icon.h"
 #include "platform/qt/views.h"
 #include "platform/qt/window.h"
@@ -90,6 +91,17 @@ void NeedDisplay(int argc, char **argv) {
     std::exit(1);
 }
 
+// A dialogue that waits for its answer comes with the window.
+void BringToFront(const std::string &activation) {
+    if (!activation.empty()) qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(activation));
+    QWidget *const window = MainWindow();
+    window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+    window->raise();
+    QWidget *const dialogue = QApplication::activeModalWidget();
+    if (dialogue != nullptr) dialogue->raise();
+    (dialogue == nullptr ? window : dialogue)->activateWindow();
+}
+
 } // namespace
 
 void StartProgram(int &argc, char **argv) {
@@ -114,6 +126,17 @@ void ShowMainWindow(const Place &layout, std::string (*title)(), bool (*mayClose
     new SessionEnd(end);
     ShowChanges();
     window->show();
+}
+
+void ServeRequests(int listener, void (*take)(const std::string &report)) {
+    if (listener < 0) return;
+    auto *notifier = new QSocketNotifier(listener, QSocketNotifier::Read, QCoreApplication::instance());
+    QObject::connect(notifier, &QSocketNotifier::activated, notifier, [=] {
+        const std::optional<Request> request = TakeRequest(listener);
+        if (!request || Ending) return;
+        BringToFront(request->Activation);
+        Report([&] { take(request->Report); });
+    });
 }
 
 int RunProgram() {
