@@ -75,11 +75,11 @@ void FollowHelp() {
     try {
         ShowHelp(Quintave.CommandMoreHelp.Tag);
     } catch (const RuntimeError &) { // the button tells of it when it is asked
-        SetText(Help.HelpText, "", 0);
     }
 }
 
 void ShowHelp(const std::string &fileName) {
+    SetText(Help.HelpText, "", 0);
     const std::string bytes = ReadFile(fileName);
     std::string text;
     for (std::string_view rest = bytes; !rest.empty();) {

@@ -64,6 +64,8 @@ void ClearScreen() {
         SetVisible(box, false);
         SetText(box, "", 0);
     }
+    ClearRows(Quintave.TblFldNum);
+    SetCaption(Quintave.TableFrame, "");
     ClearRows(Quintave.SectionLabel);
     SetCaption(Quintave.DataLevelLabel, "");
     SetCaption(Quintave.helpline, "");

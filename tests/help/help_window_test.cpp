@@ -190,6 +190,14 @@ TEST_F(HelpTest, AMissingFileIsToldAndOpensNoWindow) {
     ExpectOpen(false);
 }
 
+TEST_F(HelpTest, AMissingFileLeavesNothingOfTheTextShownBefore) {
+    Press(Quintave.CommandMoreHelp);
+    Press(Help.HelpQuit);
+    std::filesystem::remove(folder.Path() + "TITLE.HLP");
+    Press(Quintave.CommandMoreHelp);
+    EXPECT_EQ(Help.HelpText.Text, "");
+}
+
 TEST_F(HelpTest, AFileThatCannotBeReadIsToldWithItsError) {
     std::filesystem::remove(folder.Path() + "TITLE.HLP");
     std::filesystem::create_directory(folder.Path() + "TITLE.HLP");
