@@ -99,6 +99,7 @@ ItemInput OpenItems(const std::string &path) { return ItemsOf(ReadFile(path)); }
 ItemInput ItemsOf(std::string bytes) {
     constexpr char EndOfFile = 0x1A;
     bytes.resize(std::min(bytes.find(EndOfFile), bytes.size()));
+    if (bytes.starts_with(ByteOrderMark)) bytes.erase(0, ByteOrderMark.size());
     return {std::move(bytes), 0};
 }
 

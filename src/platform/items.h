@@ -11,7 +11,11 @@
 // next item. Strict: both are error 13.
 enum class Input { Lenient, Strict };
 
-// A text file being read. Its end is the end of the bytes or the first byte 1A hex.
+// What some editors put in front of a text; it is no part of the first item.
+inline constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+
+// A text file being read, a byte-order mark in front left out. Its end is the end of the bytes or the first byte 1A
+// hex.
 struct ItemInput {
     std::string Bytes;
     std::size_t At = 0;

@@ -218,7 +218,7 @@ std::vector<std::string> WrongHeaders() {
             "\"QUINTAVE FIELDS TEMPLATE FILE\",\"quintavev2\",\"\",\"\",\"\",\"\"\r\n",
             "\"QUINTAVE FIELDS TEMPLATE FILE\",\"Quintave\",\"\",\"\",\"\",\"\"\r\n",
             "\"QuintaveV2\",\"QUINTAVE FIELDS TEMPLATE FILE\",\"\",\"\",\"\",\"\"\r\n",
-            "\xEF\xBB\xBF\"QUINTAVE FIELDS TEMPLATE FILE\",\"QuintaveV2\",\"\",\"\",\"\",\"\"\r\n",
+            "\xEF\xBB\"QUINTAVE FIELDS TEMPLATE FILE\",\"QuintaveV2\",\"\",\"\",\"\",\"\"\r\n",
             "\"QUINTAVE FIELDS TEMPLATE FILE",
             "\x1A\"QUINTAVE FIELDS TEMPLATE FILE\",\"QuintaveV2\",\"\",\"\",\"\",\"\"\r\n"};
 }

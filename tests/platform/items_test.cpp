@@ -50,6 +50,18 @@ TEST(Items, AreDividedByCommasAndLineEnds) {
     EXPECT_THAT(TextsOf("\"a,b\",c\"d,\"e\"\r\n"), ElementsAre("a,b", "c\"d", "e"));
 }
 
+TEST(Items, AByteOrderMarkInFrontIsNoPartOfThem) {
+    EXPECT_THAT(TextsOf("\xEF\xBB\xBF\"a\",b"), ElementsAre("a", "b"));
+    EXPECT_TRUE(AtEnd(ItemsOf("\xEF\xBB\xBF")));
+    EXPECT_THAT(TextsOf("\xEF\xBB"
+                        "a,\xEF\xBB\xBF"
+                        "b"),
+                ElementsAre("\xEF\xBB"
+                            "a",
+                            "\xEF\xBB\xBF"
+                            "b"));
+}
+
 TEST(Items, AnyLineEndWillDo) {
     EXPECT_THAT(TextsOf("a,b\rc,d\ne,f\r\ng"), ElementsAre("a", "b", "c", "d", "e", "f", "g"));
 }
