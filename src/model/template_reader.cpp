@@ -111,6 +111,7 @@ void CountMember(const TemplateElement &element, GroupBeingRead &group, Template
 // What the element's type means where it stands; a choice list follows its record.
 void Settle(TemplateElement &element, ItemInput &input, GroupBeingRead &group, TemplateContent &content) {
     const bool isField = element.Kind > 1;
+    const bool isHeading = element.Kind == SectionKind;
     if (element.Type == ElementType::List) {
         element.Choices = ReadChoices(input);
         if (!isField) element.Type = ElementType::Unknown;
@@ -118,7 +119,7 @@ void Settle(TemplateElement &element, ItemInput &input, GroupBeingRead &group, T
     if (element.Type == ElementType::GroupStart) {
         if (group.Open || !isField) {
             element.Type = ElementType::Unknown;
-            if (group.Open) element.Kind = 0;
+            if (group.Open && !isHeading) element.Kind = 0;
         } else {
             group = {true, content.Elements.size(), 0};
         }

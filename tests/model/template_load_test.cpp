@@ -255,6 +255,27 @@ TEST_F(TemplateLoad, TheFirstGroupEndClosesTheGroup) {
     EXPECT_EQ(GroupEnd(1), 5);
 }
 
+TEST_F(TemplateLoad, AGroupStartOfASectionsKindInAGroupIsAHeadingThere) {
+    Start({R"(1,2,"GROUP START","Outer","","")", R"(2,-1,"GROUP START","Inner","","")", R"(3,5,"TEXT","b","","")",
+           R"(1,0,"GROUP END","","","")"});
+    EXPECT_TRUE(IsSection(2));
+    EXPECT_FALSE(IsGroupStart(2));
+    EXPECT_EQ(GroupEnd(1), 4);
+    Open(0);
+    Enter(0, "x");
+    Press(Quintave.GrpExit);
+    EXPECT_THAT(SaveAs("a.rpx"), testing::HasSubstr("1,-9,\"Outer\",\"REPEATING GROUP, Occurrence #1\"\r\n"
+                                                    "2,-1,\"Inner\",\"\"\r\n3,1,\"b\",\"x\"\r\n"));
+}
+
+TEST_F(TemplateLoad, AByteOrderMarkInFrontIsSkipped) {
+    folder.Write("quintave.tbl", "\"\",\"site.ftf\",\"-1\"\r\n");
+    folder.Write("SITE.FTF", "\xEF\xBB\xBF" + TemplateText({TwoFields[0]}));
+    StartUp();
+    EXPECT_THAT(Dialogs.Messages, IsEmpty());
+    EXPECT_THAT(Rows(), ElementsAre(" Title                     | "));
+}
+
 TEST_F(TemplateLoad, AGroupEndWithoutAGroupIsAnElementWithoutValue) {
     Start({R"(1,0,"GROUP END","","","")", TwoFields[0]});
     EXPECT_EQ(Info(1, TypeCode), 0);
