@@ -29,8 +29,11 @@ constexpr long ChoiceListMargin = 320;  // twips for the list's frame and scroll
 
 void TellWrongHeader() { MsgBox(WrongHeaderText, OkOnly, "Quintave"); }
 
-void TellUnreadable(Integer number) {
-    MsgBox(UnreadableText(number), CriticalIcon, "ERROR LOADING " + NameText(TemplateName));
+// The line is that where the template goes wrong; 0 where it could not be read at all.
+void TellUnreadable(Integer number, long line) {
+    std::string text = UnreadableText(number);
+    if (line > 0) text += std::string(NL) + NL + "Look at line " + std::to_string(line) + " first.";
+    MsgBox(text, CriticalIcon, "ERROR LOADING " + NameText(TemplateName));
 }
 
 std::string TemplatePath() {
@@ -107,14 +110,15 @@ void AddRowWithoutFields() {
 // Reads the template and writes its work files while everything of the old one still stands.
 bool PrepareTemplate(const std::string &path, TemplateContent &content) {
     bool isRead = false;
+    long line = 0;
     const Integer fault = FaultOf([&] {
-        if (!path.empty()) content = ReadTemplate(OpenItems(path));
+        if (!path.empty()) content = ReadTemplate(OpenItems(path), &line);
         isRead = true;
         ReplaceWorkFiles(content);
     });
     if (fault == 0) return true;
     HideBanner();
-    isRead ? TellWorkFileError(fault) : TellUnreadable(fault);
+    isRead ? TellWorkFileError(fault) : TellUnreadable(fault, line);
     return false;
 }
 
@@ -125,7 +129,7 @@ Header CheckHeader(const std::string &path, std::string &suffix) {
     bool good = false;
     const Integer fault = FaultOf([&] { good = ReadTemplateHeader(path, suffix); });
     if (fault != 0) {
-        TellUnreadable(fault);
+        TellUnreadable(fault, 0);
         return Header::Unreadable;
     }
     if (!good) TellWrongHeader();

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -22,8 +23,30 @@ struct Record {
     std::string File;
 };
 
-Record ReadRecord(ItemInput &input) {
+// The file being read, and what of it to look at where it cannot be read to its end.
+struct Reading {
+    ItemInput Input;
+    std::size_t Record = 0;              // the record being read, with its choices
+    std::optional<std::size_t> Group{};  // the start of the open group
+    std::optional<std::size_t> Astray{}; // the first record that takes a part of the next line or leaves one of its own
+};
+
+bool StandsBehindALine(const ItemInput &input) {
+    constexpr std::string_view LineEnds = "\r\n";
+    const std::size_t next = std::min(input.Bytes.find_first_not_of(" \t", input.At), input.Bytes.size());
+    return next == input.Bytes.size() || LineEnds.find(input.Bytes[next]) != std::string_view::npos ||
+           LineEnds.find(input.Bytes[input.At - 1]) != std::string_view::npos;
+}
+
+void NoteWhereItEnds(Reading &reading) {
+    if (!reading.Astray && !StandsBehindALine(reading.Input)) reading.Astray = reading.Record;
+}
+
+Record ReadRecord(Reading &reading) {
+    ItemInput &input = reading.Input;
+    const bool missing = AtEnd(input); // of a group, its end
     BeginRecord(input);
+    reading.Record = missing ? reading.Group.value_or(input.At) : input.At;
     Record record;
     record.Level = ReadInteger(input, Input::Lenient);
     record.Kind = ReadInteger(input, Input::Lenient);
@@ -31,20 +54,27 @@ Record ReadRecord(ItemInput &input) {
     record.Title = ReadText(input, Input::Lenient);
     record.Extra = ReadText(input, Input::Lenient);
     record.File = ReadText(input, Input::Lenient);
+    NoteWhereItEnds(reading);
     return record;
 }
 
 bool EndsChoices(std::string_view line) { return Trim(line) == EndOfChoices; }
 
-void SkipChoices(ItemInput &input) {
-    while (!EndsChoices(ReadTextLine(input, Input::Lenient))) {
+std::string ReadChoice(Reading &reading) {
+    std::string choice = ReadTextLine(reading.Input, Input::Lenient);
+    // A level that is read as a choice: the list is not ended. Other choices may be divided by a comma.
+    if (!choice.empty() && choice.find_first_not_of("-0123456789") == std::string::npos) NoteWhereItEnds(reading);
+    return choice;
+}
+
+void SkipChoices(Reading &reading) {
+    while (!EndsChoices(ReadChoice(reading))) {
     }
 }
 
-std::vector<std::string> ReadChoices(ItemInput &input) {
+std::vector<std::string> ReadChoices(Reading &reading) {
     std::vector<std::string> choices;
-    for (std::string line = ReadTextLine(input, Input::Lenient); !EndsChoices(line);
-         line = ReadTextLine(input, Input::Lenient)) {
+    for (std::string line = ReadChoice(reading); !EndsChoices(line); line = ReadChoice(reading)) {
         // Neither character may get into a value: one divides its instances, the other ends it in a report.
         std::erase_if(line, [](char c) { return c == '|' || c == '"'; });
         ToInteger(choices.size() + 1);
@@ -71,31 +101,32 @@ void SkipHeader(ItemInput &input) {
 
 // First pass: how many rows the tables must hold. A list counts as one at its ending alone once a group is open, so a
 // file whose choice lists or groups are not ended is found here. The input stands where it stood before.
-void CountRows(ItemInput &input, TemplateContent &content) {
-    const std::size_t start = input.At;
+void CountRows(Reading &reading, TemplateContent &content) {
+    const std::size_t start = reading.Input.At;
     Integer rows = 0;
-    while (!AtEnd(input)) {
-        Record record = ReadRecord(input);
+    while (!AtEnd(reading.Input)) {
+        Record record = ReadRecord(reading);
         if (record.Kind > 0 || record.Kind == SectionKind) rows = ToInteger(rows + 1);
         if (record.Type == "LIST") {
-            SkipChoices(input);
+            SkipChoices(reading);
         } else if (record.Type == "GROUP START" && record.Kind > 1) {
             Integer members = 0;
+            reading.Group = reading.Record;
             while (record.Type != "GROUP END") {
-                record = ReadRecord(input);
+                record = ReadRecord(reading);
                 if (record.Kind > 0) members = ToInteger(members + 1);
-                if (record.Type.ends_with("LIST")) SkipChoices(input);
+                if (record.Type.ends_with("LIST")) SkipChoices(reading);
             }
+            reading.Group.reset();
             content.LargestGroup = std::max(content.LargestGroup, members);
         }
     }
     content.Rows = rows;
-    input.At = start;
+    reading.Input.At = start;
 }
 
-// The group that the records being read stand in.
+// The group that the records being read stand in; Reading knows its place in the file.
 struct GroupBeingRead {
-    bool Open = false;
     std::size_t Start = 0; // among the elements
     Integer Members = 0;
 };
@@ -109,50 +140,53 @@ void CountMember(const TemplateElement &element, GroupBeingRead &group, Template
 }
 
 // What the element's type means where it stands; a choice list follows its record.
-void Settle(TemplateElement &element, ItemInput &input, GroupBeingRead &group, TemplateContent &content) {
+void Settle(TemplateElement &element, Reading &reading, GroupBeingRead &group, TemplateContent &content) {
     const bool isField = element.Kind > 1;
     const bool isHeading = element.Kind == SectionKind;
     if (element.Type == ElementType::List) {
-        element.Choices = ReadChoices(input);
+        element.Choices = ReadChoices(reading);
         if (!isField) element.Type = ElementType::Unknown;
     }
     if (element.Type == ElementType::GroupStart) {
-        if (group.Open || !isField) {
+        if (reading.Group || !isField) {
             element.Type = ElementType::Unknown;
-            if (group.Open && !isHeading) element.Kind = 0;
+            if (reading.Group && !isHeading) element.Kind = 0;
         } else {
-            group = {true, content.Elements.size(), 0};
+            group = {content.Elements.size(), 0};
+            reading.Group = reading.Record;
         }
     } else if (element.Type == ElementType::GroupEnd) {
-        if (!group.Open || isField)
+        if (!reading.Group || isField)
             element.Type = ElementType::Unknown;
         else
-            group.Open = false;
-    } else if (group.Open && isField) {
+            reading.Group.reset();
+    } else if (reading.Group && isField) {
         CountMember(element, group, content);
     }
 }
 
 // Second pass: the elements as they are.
-void ReadElements(ItemInput &input, TemplateContent &content) {
+void ReadElements(Reading &reading, TemplateContent &content) {
     GroupBeingRead group;
-    int deepest = 0;
     Integer rows = 0;
-    while (!AtEnd(input)) {
-        Record record = ReadRecord(input);
-        TemplateElement element{record.Level, record.Kind,  TypeOf(record.Type), group.Open,
+    while (!AtEnd(reading.Input)) {
+        Record record = ReadRecord(reading);
+        TemplateElement element{record.Level, record.Kind,  TypeOf(record.Type), reading.Group.has_value(),
                                 record.Title, record.Extra, record.File};
         // A double quote cannot be written into a report's title.
         std::replace(element.Title.begin(), element.Title.end(), '"', '\'');
         ToInteger(content.Elements.size() + 1);
-        deepest = std::max(deepest, std::abs(static_cast<int>(record.Level)));
-        Settle(element, input, group, content);
+        // The level table has two rows more than the deepest level.
+        const int level = std::abs(static_cast<int>(record.Level));
+        content.DeepestLevel = std::max(content.DeepestLevel, static_cast<Integer>(ToInteger(level + 2) - 2));
+        Settle(element, reading, group, content);
         if (!element.InGroup && (record.Kind > 1 || record.Kind == SectionKind)) rows = ToInteger(rows + 1);
         content.Elements.push_back(std::move(element));
     }
-    if (group.Open) throw RuntimeError{InputPastEnd};
-    // The level table has two rows more than the deepest level.
-    content.DeepestLevel = static_cast<Integer>(ToInteger(deepest + 2) - 2);
+    if (reading.Group) {
+        reading.Record = *reading.Group;
+        throw RuntimeError{InputPastEnd};
+    }
     content.Rows = std::max({content.Rows, rows, content.LargestGroup});
 }
 
@@ -185,11 +219,19 @@ bool ReadTemplateHeader(ItemInput &input, std::string &suffix) {
     }
 }
 
-TemplateContent ReadTemplate(ItemInput input) {
+TemplateContent ReadTemplate(ItemInput input, long *faultLine) {
     SkipHeader(input);
     TemplateContent content;
-    CountRows(input, content);
-    ReadElements(input, content);
+    Reading reading{std::move(input)};
+    try {
+        CountRows(reading, content);
+        ReadElements(reading, content);
+    } catch (const RuntimeError &) {
+        LinePlace counted;
+        if (faultLine != nullptr)
+            *faultLine = LineAt(counted, reading.Input.Bytes, reading.Astray.value_or(reading.Record));
+        throw;
+    }
     return content;
 }
 

@@ -56,5 +56,6 @@ bool ReadTemplateHeader(ItemInput &input, std::string &suffix);
 bool TurnsInstancesOff(std::string_view suffix);
 
 // The elements of a template with a good header. Error 62 where a record, a choice list or a group is not ended; error
-// 6 for a number or a count past 16 bits.
-TemplateContent ReadTemplate(ItemInput input);
+// 6 for a number or a count past 16 bits. The error leaves the line where the file goes wrong, which may be far before
+// its end, in faultLine where asked for.
+TemplateContent ReadTemplate(ItemInput input, long *faultLine = nullptr);

@@ -189,7 +189,7 @@ class FaultyTemplate(StartTest):
                 desk, "ERROR LOADING START.FTF",
                 "Error: 62 - Input past end of file\nError reading this Fields Template File! (file damaged? choice "
                 "list or group not ended? file locked? wrong privileges?). Correct the problem and try again, or pick "
-                "another Fields Template File.", ["OK"], "red")
+                "another Fields Template File.\n\nLook at line 4 first.", ["OK"], "red")
             desk.key("Enter")
             start_entry(desk)
             self.assertEqual(desk.rows("Fields"), ["NO DATA FIELDS"])

@@ -89,6 +89,7 @@ struct Fault {
     const char *Name;
     std::vector<std::string> Lines;
     const char *Error;
+    int Line;
 };
 
 std::vector<std::string> Group(const std::vector<std::string> &members) {
@@ -100,26 +101,41 @@ std::vector<std::string> Group(const std::vector<std::string> &members) {
 
 std::vector<Fault> Faults() {
     return {
-        {"ChoiceListNotEnded", {R"(1,30,"LIST","L","","")", "Red", "Blue"}, PastEnd},
-        {"ChoiceListOfNoFieldNotEnded", {R"(1,0,"LIST","L","","")", "Red"}, PastEnd},
-        {"GroupNotEnded", {R"(1,2,"GROUP START","G","","")", R"(2,5,"TEXT","a","","")"}, PastEnd},
+        {"ChoiceListNotEnded", {R"(1,30,"LIST","L","","")", "Red", "Blue"}, PastEnd, 2},
+        {"ChoiceListOfNoFieldNotEnded", {R"(1,0,"LIST","L","","")", "Red"}, PastEnd, 2},
+        {"GroupNotEnded", {R"(1,2,"GROUP START","G","","")", R"(2,5,"TEXT","a","","")"}, PastEnd, 2},
         {"GroupEndOfKindTwoEndsNoGroup",
          {R"(1,2,"GROUP START","G","","")", R"(2,5,"TEXT","a","","")", R"(1,2,"GROUP END","","","")"},
-         PastEnd},
+         PastEnd,
+         2},
         {"GroupNotEndedBehindAListInIt",
          {R"(1,2,"GROUP START","G","","")", R"(2,5,"LIST","a","","")", "Red", R"(1,0,"GROUP END","","","")"},
-         PastEnd},
-        {"CutRecord", {R"(1,30,"TEXT","a","","")", R"(1,30,"TEXT","b")"}, PastEnd},
-        {"QuoteNotClosed", {R"(1,30,"TEXT","a,"",)", R"(1,30,"TEXT","b","","")"}, PastEnd},
+         PastEnd,
+         3},
+        {"CutRecord", {R"(1,30,"TEXT","a","","")", R"(1,30,"TEXT","b")"}, PastEnd, 3},
+        {"QuoteNotClosed", {R"(1,30,"TEXT","a,"",)", R"(1,30,"TEXT","b","","")"}, PastEnd, 2},
         // The counting pass takes it for a list, whose end it does not find.
-        {"WordThatEndsInListWithoutChoicesInAGroup", Group({R"(2,10,"PICKLIST","Pick","","")"}), PastEnd},
-        {"LevelTooLarge", {R"(32768,30,"TEXT","a","","")"}, TooLarge},
-        {"KindTooSmall", {R"(1,-32769,"TEXT","a","","")"}, TooLarge},
-        {"LevelTableTooLarge", {R"(32766,30,"TEXT","a","","")"}, TooLarge},
-        {"SmallestLevelTooDeep", {R"(-32768,30,"TEXT","a","","")"}, TooLarge},
-        {"GroupTooLong", Group({R"(2,32767,"MEMO","a","","")", R"(2,2,"TEXT","b","","")"}), TooLarge},
+        {"WordThatEndsInListWithoutChoicesInAGroup", Group({R"(2,10,"PICKLIST","Pick","","")"}), PastEnd, 3},
+        {"LevelTooLarge", {R"(32768,30,"TEXT","a","","")"}, TooLarge, 2},
+        {"KindTooSmall", {R"(1,-32769,"TEXT","a","","")"}, TooLarge, 2},
+        {"LevelTableTooLarge", {R"(32766,30,"TEXT","a","","")", R"(1,30,"TEXT","b","","")"}, TooLarge, 2},
+        {"MissingItem",
+         {R"(1,30,"TEXT","a","","")", R"(1,30,"TEXT","b","")", R"(1,30,"TEXT","c","","")", R"(1,30,"TEXT","d","","")"},
+         PastEnd,
+         3},
+        {"SurplusItem",
+         {R"(1,30,"TEXT","a","","",)", R"(1,30,"TEXT","b","","",,"")", R"(1,30,"TEXT","c","","")"},
+         PastEnd,
+         3},
+        {"CommentLine", {R"(1,30,"TEXT","a","","")", "# more", R"(1,30,"TEXT","c","","")"}, PastEnd, 3},
+        {"ChoiceListNotEndedBeforeAnother",
+         Group({R"(2,9,"LIST","a","","")", "Red", R"(2,9,"LIST","b","","")", "7, or 8", "XXX-1XXX",
+                R"(2,9,"LIST","c","","")", "Blue"}),
+         PastEnd, 3},
+        {"SmallestLevelTooDeep", {R"(-32768,30,"TEXT","a","","")"}, TooLarge, 2},
+        {"GroupTooLong", Group({R"(2,32767,"MEMO","a","","")", R"(2,2,"TEXT","b","","")"}), TooLarge, 4},
         {"ListTooLongForItsGroup", Group({R"(2,32767,"MEMO","a","","")", R"(2,2,"LIST","b","","")", "Red", "XXX-1XXX"}),
-         TooLarge},
+         TooLarge, 4},
     };
 }
 
@@ -130,13 +146,13 @@ class RefusedTemplate : public FaultyTemplate, public testing::WithParamInterfac
 TEST_P(RefusedTemplate, LeavesTheOldOneUsable) {
     StartWithOld();
     PickText(TemplateText(GetParam().Lines, "QuintaveV2--"));
-    ExpectUnreadableTemplate("new.ftf", GetParam().Error);
+    ExpectUnreadableTemplate("new.ftf", GetParam().Error, GetParam().Line);
     ExpectOldTemplateUsable();
 }
 
 TEST_P(RefusedTemplate, AtTheStartLeavesTheWindowWithoutATemplate) {
     Start(GetParam().Lines, "QuintaveV2--");
-    ExpectUnreadableTemplate("SITE.FTF", GetParam().Error);
+    ExpectUnreadableTemplate("SITE.FTF", GetParam().Error, GetParam().Line);
     EXPECT_THAT(Quintave.List1[0].Rows, ElementsAre("NO DATA FIELDS"));
     EXPECT_EQ(Quintave.editframe.Caption, NoTemplate);
     EXPECT_EQ(TemplateName, "");
@@ -178,14 +194,14 @@ TEST_F(FaultyTemplate, AsManyElementsAsSixteenBitsCountAreLoaded) {
 TEST_F(FaultyTemplate, OneElementMoreIsAnOverflow) {
     StartWithOld();
     PickText(TemplateText(std::vector<std::string>(32768, R"(1,30,"TEXT","a","","")")));
-    ExpectUnreadableTemplate("new.ftf", TooLarge);
+    ExpectUnreadableTemplate("new.ftf", TooLarge, 32769);
     ExpectOldTemplateUsable();
 }
 
 TEST_F(FaultyTemplate, OneElementWithoutARowMoreIsAnOverflowToo) {
     StartWithOld();
     PickText(TemplateText(std::vector<std::string>(32768, R"(1,0,"","a","","")")));
-    ExpectUnreadableTemplate("new.ftf", TooLarge);
+    ExpectUnreadableTemplate("new.ftf", TooLarge, 32769);
     ExpectOldTemplateUsable();
 }
 
@@ -198,7 +214,7 @@ TEST_F(FaultyTemplate, ChoicesAreCountedInSixteenBits) {
     EXPECT_EQ(folder.Read("LST00001.XXX").size(), 32767U * 5);
     lines.insert(lines.begin() + 1, "x");
     PickText(TemplateText(lines));
-    ExpectUnreadableTemplate("new.ftf", TooLarge);
+    ExpectUnreadableTemplate("new.ftf", TooLarge, 2);
 }
 
 // --- Header
@@ -291,7 +307,7 @@ TEST_F(FaultyTemplate, AFileThatCannotBeReadIsToldAtTheStart) {
     WriteTable();
     fs::create_symlink("/proc/self/mem", folder.Path() + "SITE.FTF"); // reading it fails
     StartUp();
-    ExpectUnreadableTemplate("SITE.FTF", "57 - Device I/O error");
+    ExpectUnreadableTemplate("SITE.FTF", "57 - Device I/O error", 0);
     EXPECT_EQ(Quintave.editframe.Caption, NoTemplate);
     EXPECT_THAT(Quintave.List1[0].Rows, ElementsAre("NO DATA FIELDS"));
     EXPECT_FALSE(ProgramEnded());
@@ -301,11 +317,11 @@ TEST_F(FaultyTemplate, AFileThatCannotBeReadIsToldByTheTemplateCommand) {
     StartWithOld();
     fs::create_directory(folder.Path() + "dir.ftf");
     Pick("dir.ftf");
-    ExpectUnreadableTemplate("dir.ftf", "75 - Path/File access error");
+    ExpectUnreadableTemplate("dir.ftf", "75 - Path/File access error", 0);
     Pick("gone.ftf");
-    ExpectUnreadableTemplate("gone.ftf", "53 - File not found");
+    ExpectUnreadableTemplate("gone.ftf", "53 - File not found", 0);
     Pick("gone/new.ftf");
-    ExpectUnreadableTemplate("new.ftf", "76 - Path not found");
+    ExpectUnreadableTemplate("new.ftf", "76 - Path not found", 0);
     ExpectOldTemplateUsable();
 }
 

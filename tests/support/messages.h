@@ -15,13 +15,14 @@ inline void ExpectOneMessage(const std::string &title, const std::string &text, 
     Dialogs.Messages.clear();
 }
 
-// The message about a template that cannot be read.
-inline void ExpectUnreadableTemplate(const std::string &name, const std::string &error) {
+// The message about a template that cannot be read, and the line where it goes wrong; 0 where it was not read at all.
+inline void ExpectUnreadableTemplate(const std::string &name, const std::string &error, int line) {
     ExpectOneMessage("ERROR LOADING " + name,
                      "Error: " + error +
                          "\r\nError reading this Fields Template File! (file damaged? choice list or group not ended? "
                          "file locked? wrong privileges?). Correct the problem and try again, or pick another Fields "
-                         "Template File.",
+                         "Template File." +
+                         (line > 0 ? "\r\n\r\nLook at line " + std::to_string(line) + " first." : ""),
                      CriticalIcon);
 }
 
