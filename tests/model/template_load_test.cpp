@@ -276,6 +276,19 @@ TEST_F(TemplateLoad, AByteOrderMarkInFrontIsSkipped) {
     EXPECT_THAT(Rows(), ElementsAre(" Title                     | "));
 }
 
+TEST_F(TemplateLoad, AllMembersHaveRowsWhereAGroupEndOfAFieldsKindEndsNothing) {
+    std::vector<std::string> lines{R"(1,2,"GROUP START","G","","")", R"(2,5,"TEXT","a","","")",
+                                   R"(1,2,"GROUP END","","","")"};
+    for (int member = 0; member < 6; ++member) lines.emplace_back(R"(2,5,"TEXT","b","","")");
+    lines.emplace_back(R"(1,0,"GROUP END","","","")");
+    Start(lines);
+    Open(0);
+    EXPECT_THAT(Quintave.List1[3].Rows, SizeIs(7));
+    Enter(6, "last");
+    EXPECT_EQ(Row(6), " b                         | last");
+    EXPECT_THAT(Dialogs.Messages, IsEmpty());
+}
+
 TEST_F(TemplateLoad, AGroupEndWithoutAGroupIsAnElementWithoutValue) {
     Start({R"(1,0,"GROUP END","","","")", TwoFields[0]});
     EXPECT_EQ(Info(1, TypeCode), 0);
