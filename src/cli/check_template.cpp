@@ -5,25 +5,29 @@
 #include "cli/messages.h"
 #include "cli/options.h"
 #include "cli/rooms.h"
+#include "cli/template_header.h"
 #include "cli/template_walk.h"
 #include "model/field_model.h"
+#include "model/template_reader.h"
+#include "platform/codepage.h"
 
 #include <algorithm>
 #include <map>
+#include <optional>
+#include <set>
 #include <vector>
 
 namespace {
 
-long LineOf(const TemplateWalk &walk, Integer element) {
-    const auto place = static_cast<std::size_t>(element - 1);
-    return place < walk.Lines.size() ? walk.Lines[place] : 0;
-}
+long LineOf(const TemplateWalk &walk, Integer element) { return walk.Lines.at(static_cast<std::size_t>(element - 1)); }
 
 std::string LineText(const TemplateWalk &walk, Integer element) {
     return "line " + std::to_string(LineOf(walk, element));
 }
 
-void CheckPaths(TemplateWalk &walk) {
+void CheckPaths(const std::string &path, const std::string &bytes, TemplateWalk &walk) {
+    LoadTemplate(path, bytes);
+    if (walk.Lines.size() != static_cast<std::size_t>(NumFields)) return; // what was told hides which line is whose
     const std::map<Integer, Integer> equal = FindEqualPaths();
     LostFields lost = FindLostFields();
     for (const auto &[element, first] : equal) {
@@ -40,13 +44,69 @@ void CheckPaths(TemplateWalk &walk) {
             {1, "There are too many equal titles to find all values that a report may not give back"});
 }
 
-// What only the loaded template shows.
-void CheckLoaded(const std::string &path, const std::string &bytes, TemplateWalk &walk) {
-    const std::string refusal = LoadTemplate(path, bytes);
-    if (!refusal.empty())
-        walk.Faults.push_back({0, "A load refuses it: " + refusal});
+// What a load makes of the template: where it is refused, the fault that is told of; else what only the loaded tables
+// show.
+void CheckLoad(const std::string &path, const ItemInput &input, TemplateWalk &walk) {
+    const auto isAstray = [](const TemplateFault &fault) { return fault.Astray; };
+    const auto first = std::find_if(walk.Faults.begin(), walk.Faults.end(), isAstray);
+    long line = 0;
+    walk.Refusal = FaultOf([&] { ReadTemplate(input, &line); });
+    if (walk.Refusal == 0) {
+        if (first == walk.Faults.end()) CheckPaths(path, input.Bytes, walk);
+        return;
+    }
+    if (std::any_of(walk.Faults.begin(), walk.Faults.end(), [](const TemplateFault &f) { return f.Error != 0; }))
+        return;
+    if (first != walk.Faults.end())
+        first->Error = walk.Refusal;
     else
-        CheckPaths(walk);
+        walk.Faults.push_back({line, "the template cannot be read to its end", walk.Refusal});
+}
+
+// The line of the first character that is UTF-8, but for lines where a fault is told of their items; 0 where there is
+// none, or where other bytes show that it is not.
+long Utf8Line(std::string_view bytes, const TemplateWalk &walk) {
+    if (Characters(bytes).find(U'\uFFFD') != std::u32string::npos) return 0;
+    std::set<long> told;
+    for (const TemplateFault &fault : walk.Faults)
+        if (fault.Astray) told.insert(fault.Line);
+    LinePlace counted;
+    for (std::size_t at = 0; at < bytes.size(); ++at) {
+        if (static_cast<unsigned char>(bytes[at]) < 128) continue;
+        if (const long line = LineAt(counted, bytes, at); !told.contains(line)) return line;
+    }
+    return 0;
+}
+
+void CheckBytes(const std::string &bytes, const ItemInput &input, TemplateWalk &walk) {
+    if (const long line = CuttingLine(bytes); line != 0) walk.Faults.push_back({line, std::string(CutByEndMark)});
+    if (walk.WrongHeader) return;
+    if (const long line = Utf8Line(input.Bytes, walk); line != 0)
+        walk.Faults.push_back(
+            {line, "This is UTF-8, but is read as Windows-1252: one character comes out as two or more"});
+}
+
+std::string TextOf(const TemplateFault &fault, bool refused) {
+    if (fault.Error == 0 || !refused) return Sentence(fault.Text);
+    return "A load refuses it: Error: " + ErrorText(fault.Error) + ": " + fault.Text;
+}
+
+std::string Count(long number, const std::string &name) {
+    return std::to_string(number) + " " + name + (number == 1 ? "" : "s");
+}
+
+void TellSound(const std::string &path, const TemplateWalk &walk) {
+    TellFinding(path, 0,
+                Count(walk.Fields, "field") + ", " + Count(walk.Groups, "group") + ", " + Count(walk.Lists, "list"));
+}
+
+// The names beside the template; none for one that comes through standard input or a pipe.
+std::optional<DirectoryNames> NamesBeside(const std::string &path) {
+    if (path == "-" || !FileExists(path)) return {};
+    std::string directory;
+    std::string name;
+    SplitPath(path, directory, name);
+    return DirectoryNames(directory.empty() ? "./" : directory);
 }
 
 int CheckOne(const std::string &path) {
@@ -54,15 +114,18 @@ int CheckOne(const std::string &path) {
     const Integer error = FaultOf([&] {
         const std::string bytes = ReadInput(path);
         const ItemInput input = ItemsOf(bytes);
-        walk = WalkTemplate(input);
-        if (const long line = CuttingLine(bytes); line != 0) walk.Faults.push_back({line, std::string(CutByEndMark)});
-        if (!walk.Refused) CheckLoaded(path, input.Bytes, walk);
+        const std::optional<DirectoryNames> beside = NamesBeside(path);
+        walk = WalkTemplate(input, beside ? &*beside : nullptr);
+        CheckBytes(bytes, input, walk);
+        if (!walk.WrongHeader) CheckLoad(path, input, walk);
     });
     std::stable_sort(walk.Faults.begin(), walk.Faults.end(),
                      [](const TemplateFault &a, const TemplateFault &b) { return a.Line < b.Line; });
-    for (const TemplateFault &fault : walk.Faults) TellFinding(path, fault.Line, fault.Text);
+    for (const TemplateFault &fault : walk.Faults) TellFinding(path, fault.Line, TextOf(fault, walk.Refusal != 0));
     if (error != 0) return TellFileError(path, error);
-    return walk.Faults.empty() ? NothingFound : SomethingFound;
+    if (!walk.Faults.empty()) return SomethingFound;
+    TellSound(path, walk);
+    return NothingFound;
 }
 
 } // namespace

@@ -1,205 +1,133 @@
-// Walking through a template (template_walk.h). The loader's own way through it: model/template_reader.cpp.
+// Walking through a template (template_walk.h). Its lines: template_lines.cpp; the loader's own way through it:
+// model/template_reader.cpp.
 #include "cli/template_walk.h"
 
-#include "model/field_model.h"
-#include "model/row_text.h"
+#include "cli/template_elements.h"
+#include "cli/template_header.h"
+#include "cli/template_lines.h"
 #include "model/template_reader.h"
 #include "platform/codepage.h"
-#include "report/choice_matching.h"
 
-#include <cstdlib>
-#include <optional>
+#include <algorithm>
+#include <utility>
 
 namespace {
 
-constexpr std::string_view InvalidHeader = "This is not a valid Fields Template File! Please Try Again.";
-constexpr long LargestLevel = INT16_MAX - 2; // the level table has two rows more
-
-struct Walk {
-    ItemInput Input;
-    LinePlace Counted{};
-    TemplateWalk Found{};
-    long GroupLine = 0; // of the open group's start; 0 outside groups
-    long GroupLength = 0;
-};
-
-struct Record {
-    long Line = 0;
-    Integer Level = 0;
-    Integer Kind = 0;
-    bool KindKnown = true; // it did not go past 16 bits
-    std::string Type;      // upper case
-    std::string Title;
-};
-
-void Tell(Walk &walk, long line, const std::string &text) { walk.Found.Faults.push_back({line, text}); }
-
-void Refuse(Walk &walk, long line, Integer error, const std::string &text) {
-    Tell(walk, line, "A load refuses it: Error: " + ErrorText(error) + ": " + text);
-    walk.Found.Refused = true;
-}
-
-long LineHere(Walk &walk) { return LineAt(walk.Counted, walk.Input.Bytes, walk.Input.At); }
-
-std::string ReadWord(Walk &walk) {
-    const std::size_t start = walk.Input.At;
-    try {
-        return ReadText(walk.Input, Input::Strict);
-    } catch (const RuntimeError &error) {
-        if (error.Number != TypeMismatch) throw;
-    }
-    walk.Input.At = start;
-    Tell(walk, LineHere(walk), "What stands behind the closing quote is taken for the next item");
-    return ReadText(walk.Input, Input::Lenient);
-}
-
-// Nothing where it goes past 16 bits.
-std::optional<Integer> ReadNumber(Walk &walk, const std::string &name) {
-    const std::size_t start = walk.Input.At;
-    try {
-        return ReadInteger(walk.Input, Input::Strict);
-    } catch (const RuntimeError &error) {
-        if (error.Number == Overflow) Refuse(walk, LineHere(walk), Overflow, "the " + name + " goes past 16 bits");
-        if (error.Number == Overflow) return {};
-        if (error.Number != TypeMismatch) throw;
-    }
-    walk.Input.At = start;
-    Tell(walk, LineHere(walk), "The " + name + " is no number and counts as 0");
-    return ReadInteger(walk.Input, Input::Lenient);
-}
-
-// False at the end of the file, or where the record does not end.
-bool ReadRecord(Walk &walk, Record &record) {
-    if (AtEnd(walk.Input)) return false;
-    BeginRecord(walk.Input);
-    record.Line = LineHere(walk);
-    try {
-        record.Level = ReadNumber(walk, "level").value_or(0);
-        const std::optional<Integer> kind = ReadNumber(walk, "kind");
-        record.KindKnown = kind.has_value();
-        record.Kind = kind.value_or(0);
-        record.Type = UpperCase(ReadWord(walk));
-        record.Title = ReadWord(walk);
-        ReadWord(walk);
-        ReadWord(walk);
-        return true;
-    } catch (const RuntimeError &error) {
-        Refuse(walk, record.Line, error.Number, "the record has fewer than six items, or a quote is not closed");
-        return false;
-    }
-}
-
-void CheckChoice(Walk &walk, const Record &record, long line, std::string choice) {
-    if (choice.find_first_of("\"|") != std::string::npos)
-        Tell(walk, line, "The choice holds a double quote or a '|', which are taken out: " + choice);
-    std::erase_if(choice, [](char c) { return c == '|' || c == '"'; });
-    if (IsOther(choice) || IsClear(choice)) return;
-    if (record.Kind > 1 && choice.size() > static_cast<std::size_t>(record.Kind))
-        Tell(walk, line,
-             "The choice is longer than the " + std::to_string(record.Kind) + " characters of its field: " + choice);
-    if (choice.empty() || choice[0] == ' ' || UpperCase(choice.substr(0, 1)) != choice.substr(0, 1))
-        Tell(walk, line, "No letter reaches the choice, because it does not begin with a capital: " + choice);
-}
-
-// False where the list does not end.
-bool WalkChoices(Walk &walk, const Record &record) {
-    long count = 0;
-    try {
-        while (true) {
-            BeginRecord(walk.Input);
-            const long line = LineHere(walk);
-            const std::string choice = ReadWord(walk);
-            if (Trim(choice) == EndOfChoices) break;
-            if (++count == INT16_MAX + 1L) Refuse(walk, record.Line, Overflow, "the field has more than 32767 choices");
-            CheckChoice(walk, record, line, choice);
-        }
-    } catch (const RuntimeError &error) {
-        Refuse(walk, record.Line, error.Number, "the choice list is not ended by XXX-1XXX, or a quote is not closed");
-        return false;
-    }
-    if (count == 0) Tell(walk, record.Line, "The LIST has no choices");
-    return true;
-}
-
-void WalkGroupStart(Walk &walk, const Record &record) {
-    if (walk.GroupLine != 0) {
-        Tell(walk, record.Line, "Groups do not stand in groups: this GROUP START opens none");
-    } else if (record.Kind <= 1 && record.KindKnown) {
-        Tell(walk, record.Line, "A GROUP START needs a kind of 2 or more: this one opens no group");
-    } else {
-        walk.GroupLine = record.Line;
+// A record with a slip: where its type can be found, what stands behind it is still what it is.
+void WalkBeyondSlip(Walk &walk, const TemplateLine &line) {
+    walk.Above = walk.Untyped = {};
+    walk.Deeper = 0;
+    walk.OddType = walk.OrphansTold = false;
+    Record record{line.Number};
+    for (std::size_t item = 0; item < std::min<std::size_t>(line.Items.size(), 4) && record.Type.empty(); ++item)
+        if (const std::string text = UpperCase(WithoutOddQuotes(line.Items[item])); IsKnownType(text))
+            record.Type = text;
+    if (record.Type == "GROUP START" && walk.GroupLine == 0) {
+        walk.GroupLine = line.Number;
         walk.GroupLength = 0;
     }
+    if (record.Type == "GROUP END") walk.GroupLine = 0;
+    if (record.Type == "LIST") WalkChoices(walk, record);
 }
 
-void WalkGroupEnd(Walk &walk, const Record &record) {
-    if (walk.GroupLine == 0)
-        Tell(walk, record.Line, "The GROUP END has no GROUP START");
-    else if (record.Kind > 1)
-        Tell(walk, record.Line, "A GROUP END needs a kind of 1 or less: this one ends no group");
+// Choices where there is no list: told once, and not where the type that was to be LIST is told.
+void WalkOrphan(Walk &walk, const TemplateLine &line, const std::string &slip) {
+    if (walk.OddType)
+        walk.Found.Faults.back().Astray = true;
+    else if (!walk.OrphansTold)
+        TellAstray(walk, line.Number, slip);
+    walk.OrphansTold = true;
+}
+
+void WalkSlip(Walk &walk, const TemplateLine &line, const std::string &slip) {
+    if (line.Items.size() == 1 && line.Divider == ',' && !IsComment(line)) {
+        WalkOrphan(walk, line, slip);
+        return;
+    }
+    TemplateLine next;
+    const bool isCut = line.Quoting == Quotes::Sound && line.Items.size() < 6 && line.Divider == ',' &&
+                       !IsComment(line) && !PeekLine(walk.Lines, next);
+    if (isCut)
+        Refuse(walk, line.Number, InputPastEnd, "the record has fewer than six items, or a quote is not closed");
+    else if (line.Divider == ',' || !walk.DividerTold)
+        TellAstray(walk, line.Number, slip);
+    walk.DividerTold = walk.DividerTold || line.Divider != ',';
+    WalkBeyondSlip(walk, line);
+}
+
+// A record may also stand on several lines, each of which holds some of its items. The line becomes the whole record.
+bool TakeSpread(TemplateLines &lines, TemplateLine &line) {
+    TemplateLines ahead{{}, lines.Counted};
+    std::swap(ahead.Input, lines.Input);
+    const std::size_t at = ahead.Input.At;
+    TemplateLine whole = line;
+    TemplateLine next;
+    const bool typeFollows = line.Items.size() < 3;
+    while (whole.Items.size() < 6 && NextLine(ahead, next) && next.Quoting == Quotes::Sound && next.Divider == ',' &&
+           !LooksLikeRecord(next) && !IsComment(next))
+        whole.Items.insert(whole.Items.end(), next.Items.begin(), next.Items.end());
+    std::swap(ahead.Input, lines.Input);
+    // Behind a list choices may stand for the items that are missing.
+    const bool isRecord =
+        whole.Items.size() == 6 && LooksLikeRecord(whole) && (typeFollows || UpperCase(whole.Items[2].Text) != "LIST");
+    if (isRecord)
+        line = whole;
     else
-        walk.GroupLine = 0;
+        lines.Input.At = at;
+    return isRecord;
 }
 
-void CheckTitle(Walk &walk, const Record &record) {
-    if (record.Title.size() > TitleLength)
-        Tell(walk, record.Line, "The title has more than 26 characters and is shown as " + FitTitle(record.Title));
-    if (Trim(record.Title).empty()) Tell(walk, record.Line, "The field has no title");
-    if (record.Title.find('"') != std::string::npos)
-        Tell(walk, record.Line, "The double quotes in the title are read as apostrophes");
+void WalkRecord(Walk &walk, TemplateLine line) {
+    std::string slip = SlipOfRecord(line, "record");
+    const bool mayGoOn = line.Quoting == Quotes::Sound && line.Items.size() < 6 && IsWholeNumber(line.Items[0].Text);
+    if (!slip.empty() && mayGoOn && TakeSpread(walk.Lines, line)) slip.clear();
+    // Where the quotes alone are wrong, the items may still be six.
+    const bool isRecord = line.Items.size() == 6 && !IsComment(line) &&
+                          (line.Quoting == Quotes::Stray || line.Quoting == Quotes::Doubled);
+    if (slip.empty() || isRecord) {
+        if (isRecord) Tell(walk, line.Number, slip);
+        WalkElement(walk, RecordOf(walk, line));
+    } else {
+        WalkSlip(walk, line, slip);
+    }
 }
 
-// A field, or an element that was perhaps meant to be one.
-void WalkField(Walk &walk, const Record &record) {
-    const bool known = record.Type == "TEXT" || record.Type == "MEMO" || record.Type == "LIST";
-    if (!record.KindKnown) return; // all else depends on it
-    const bool isField = record.Kind > 1;
-    if (isField && !known)
-        Tell(walk, record.Line, "The type '" + record.Type + "' is not known: the field takes no value");
-    if (!isField && known && record.Kind != SectionKind)
-        Tell(walk, record.Line, "A kind of 1 or less gives the " + record.Type + " no value and no row");
-    if (record.Kind < SectionKind) Tell(walk, record.Line, "A kind below -1 means nothing");
-    if (walk.GroupLine != 0 && record.Type.ends_with("LIST") && record.Type != "LIST")
-        Tell(walk, record.Line,
-             "A type in a group that ends in LIST is counted with choices up to XXX-1XXX, but has none");
-    if (!isField || !known || walk.GroupLine == 0) return;
-    const long before = walk.GroupLength;
-    walk.GroupLength += record.Kind;
-    if (before <= INT16_MAX && walk.GroupLength > INT16_MAX)
-        Refuse(walk, record.Line, Overflow,
-               "the lengths in the group from line " + std::to_string(walk.GroupLine) +
-                   " on add up to more than 32767 characters");
+bool EndsWithLine(std::string_view bytes, std::size_t at) {
+    constexpr std::string_view LineEnds = "\r\n";
+    return at >= bytes.size() || LineEnds.find(bytes[at - 1]) != std::string_view::npos;
 }
 
-bool WalkElement(Walk &walk, const Record &record) {
-    walk.Found.Lines.push_back(record.Line);
-    if (walk.Found.Lines.size() == INT16_MAX + 1UL)
-        Refuse(walk, record.Line, Overflow, "the template has more than 32767 elements");
-    if (std::abs(static_cast<long>(record.Level)) > LargestLevel)
-        Refuse(walk, record.Line, Overflow, "the level goes past 16 bits");
-    if (record.Kind > 1) CheckTitle(walk, record);
-    if (record.Type == "GROUP START")
-        WalkGroupStart(walk, record);
-    else if (record.Type == "GROUP END")
-        WalkGroupEnd(walk, record);
+// The input stands behind the header as a load has read it.
+void WalkHeader(Walk &walk) {
+    const std::size_t behind = walk.Lines.Input.At;
+    walk.Lines.Input.At = 0;
+    TemplateLine line;
+    NextLine(walk.Lines, line);
+    const std::string slip = SlipOfRecord(line, "header");
+    walk.DividerTold = line.Divider != ',';
+    if (slip.empty()) return;
+    if (behind > walk.Lines.Input.At && line.Quoting == Quotes::Sound && line.Divider == ',' &&
+        EndsWithLine(walk.Lines.Input.Bytes, behind))
+        walk.Lines.Input.At = behind;
     else
-        WalkField(walk, record);
-    return record.Type != "LIST" || WalkChoices(walk, record);
+        TellAstray(walk, line.Number, slip);
 }
 
 } // namespace
 
-TemplateWalk WalkTemplate(ItemInput input) {
-    Walk walk{std::move(input)};
+TemplateWalk WalkTemplate(ItemInput input, const DirectoryNames *beside) {
+    constexpr std::string_view WrongHeader =
+        "A load refuses it: This is not a valid Fields Template File! Please Try Again. ";
+    Walk walk{{std::move(input)}, beside};
     std::string suffix;
-    if (!ReadTemplateHeader(walk.Input, suffix)) {
-        Tell(walk, 1, "A load refuses it: " + std::string(InvalidHeader));
-        walk.Found.Refused = true;
+    if (!ReadTemplateHeader(walk.Lines.Input, suffix)) {
+        Tell(walk, 1, std::string(WrongHeader) + WhyNoTemplate(walk.Lines.Input));
+        walk.Found.WrongHeader = true;
         return walk.Found;
     }
-    Record record;
-    while (ReadRecord(walk, record) && WalkElement(walk, record)) {
-    }
+    WalkHeader(walk);
+    TemplateLine line;
+    while (NextLine(walk.Lines, line)) WalkRecord(walk, line);
     if (walk.GroupLine != 0) Refuse(walk, walk.GroupLine, InputPastEnd, "the group is not ended by GROUP END");
     return walk.Found;
 }

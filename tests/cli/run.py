@@ -2,7 +2,7 @@
 
     run.py PROGRAM FILE [NAME...]
 
-FILE is cases, behaviour, schemas, hostile, manual or round_trip: tests/cli/test_FILE.py.
+FILE is cases, behaviour, faulty, schemas, hostile, manual or round_trip: tests/cli/test_FILE.py.
 """
 
 import sys

@@ -100,7 +100,8 @@ class Behaviour(program.CliTest):
         for arguments in (["print"], ["export", "-f", "json"], ["diff", "b.rpx"], ["check", "-t", "SITE.FTF"]):
             self.assertEqual(self.run_cli(*arguments, "-", data=REPORT)[1].replace(b"STANDARD INPUT", b"A.RPX"),
                              self.run_cli(*arguments, "a.rpx")[1])
-        self.assertEqual(self.run_cli("check-template", "-", data=TEMPLATE), (0, b"", ""))
+        self.assertEqual(self.run_cli("check-template", "-", data=TEMPLATE),
+                         (0, b"standard input: 2 fields, 0 groups, 1 list\n", ""))
         self.assertEqual(self.run_cli("check-template", "-", data=REPORT)[0], 1)
         self.assertEqual(self.run_cli("check", "-t", "-", "a.rpx", data=TEMPLATE), (0, b"", ""))
 

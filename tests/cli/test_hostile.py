@@ -75,7 +75,7 @@ class Hostile(program.CliTest):
             found = self.run_to_an_end("check-template", "bad.ftf")[1].decode()
             for line in found.splitlines():
                 with self.subTest(seed):
-                    self.assertRegex(line, r"\Abad\.ftf:\d+: ")
+                    self.assertRegex(line, r"\Abad\.ftf(:\d+: |: \d+ fields?, \d+ groups?, \d+ lists?\Z)")
 
     def test_more_than_can_be_counted(self):
         """In 16 bits: elements and choices."""

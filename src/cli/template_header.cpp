@@ -1,0 +1,36 @@
+// Finding out why a file is no template (template_header.h).
+#include "cli/template_header.h"
+
+#include "cli/template_lines.h"
+#include "model/template_reader.h"
+#include "platform/codepage.h"
+
+namespace {
+
+// Every second byte of such a text is 0, or a mark tells.
+bool IsUtf16(std::string_view bytes) {
+    return bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF") ||
+           bytes.substr(0, TemplateIdentifier.size()).find('\0') != std::string_view::npos;
+}
+
+std::string FaultOfLine(const TemplateLine &line) {
+    const bool begins = WithoutOddQuotes(line.Items[0]) == TemplateIdentifier;
+    const std::string slip = SlipOfRecord(line, "header");
+    if (!slip.empty() && (begins || IsComment(line) || line.Divider != ',')) return slip;
+    if (!begins) return "it does not begin with " + Quoted(TemplateIdentifier);
+    return "its second item does not begin with " + std::string(VersionIdentifier);
+}
+
+} // namespace
+
+std::string WhyNoTemplate(const ItemInput &input) {
+    if (IsUtf16(input.Bytes)) return "It is UTF-16, and not Windows-1252.";
+    TemplateLines lines{{input.Bytes}};
+    TemplateLine line;
+    if (!NextLine(lines, line)) return "It is empty.";
+    return Sentence(FaultOfLine(line)) + '.';
+}
+
+std::string Sentence(std::string text) {
+    return UpperCase(text.substr(0, 1)) + text.substr(std::min<std::size_t>(text.size(), 1));
+}
