@@ -118,7 +118,7 @@ TEST_F(GivenReport, ATemplateOfItsThatCannotBeReadIsToldAndTheTablesTakesIt) {
     folder.Write("res/SITE.FTF", TemplateText({Depth}));
     folder.Write("res/WELLS.FTF", TemplateText({R"(1,30,"LIST","Kind","","")", "Maps"}));
     StartWith("WELLS.FTF");
-    ExpectUnreadableTemplate("WELLS.FTF", "62 - Input past end of file");
+    ExpectUnreadableTemplate("WELLS.FTF", "62 - Input past end of file", 2);
     ExpectLoaded("[Template: SITE.FTF] - RPX File(s): mine; ");
 }
 
