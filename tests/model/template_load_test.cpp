@@ -1,6 +1,7 @@
 // What a loaded template puts into the field model, onto the screen and into the work files.
 #include "groups/open_group.h"
 #include "main/template_command.h"
+#include "model/work_files.h"
 #include "support/messages.h"
 #include "support/screen_test.h"
 
@@ -238,6 +239,32 @@ TEST_F(TemplateLoad, AGroupStoreIsItsHeaderAndOneBlankOccurrence) {
 TEST_F(TemplateLoad, AGroupStoreHeaderIsLittleEndian) {
     Start({R"(1,2,"GROUP START","Samples","","")", R"(2,515,"MEMO","a","","")", R"(1,0,"GROUP END","","","")"});
     EXPECT_EQ(folder.Read("GRP00001.XXX"), std::string("\x03\x02\1\0", 4) + std::string(515, ' '));
+}
+
+TEST_F(TemplateLoad, WorkFilesHaveTheElementsNumberInFiveDigits) {
+    EXPECT_EQ(ChoiceFileName(7), "LST00007.XXX");
+    EXPECT_EQ(ChoiceFileName(42), "LST00042.XXX");
+    EXPECT_EQ(GroupFileName(999), "GRP00999.XXX");
+    EXPECT_EQ(GroupFileName(1000), "GRP01000.XXX");
+    EXPECT_EQ(GroupFileName(32767), "GRP32767.XXX");
+    std::vector<std::string> lines(99, R"(1,0,"","Heading","","")");
+    lines.insert(lines.end(), {R"(1,30,"LIST","Colour","","")", "Red", "XXX-1XXX"});
+    Start(lines);
+    EXPECT_EQ(folder.Read("LST00100.XXX"), "\"Red\"\r\n");
+}
+
+TEST_F(TemplateLoad, AKindBelowMinusOneIsNeitherFieldNorSection) {
+    Start({TwoFields[0], TwoFields[1], R"(1,-2,"TEXT","Odd","","")", R"(1,-32768,"LIST","Odder","","")", "XXX-1XXX",
+           R"(1,30,"TEXT","Last","","")"});
+    EXPECT_THAT(Rows(), ElementsAre(" Title                     | ", " Place                     | ",
+                                    " Last                      | "));
+    for (const Integer odd : {Integer{3}, Integer{4}}) {
+        EXPECT_EQ(FieldRow[odd], -1);
+        EXPECT_EQ(Info(odd, TypeCode), 0);
+        EXPECT_FALSE(IsSection(odd));
+    }
+    EXPECT_EQ(RowField[2], 5);
+    EXPECT_EQ(Quintave.SectionLabel.Tag, "-1|6");
 }
 
 TEST_F(TemplateLoad, TheFirstGroupEndClosesTheGroup) {

@@ -151,6 +151,19 @@ TEST(HandsOff, DeletionTakesRegularFilesOfTheResourceDirectoryAlone) {
     EXPECT_FALSE(site.Has("gone.xxx"));
 }
 
+TEST(HandsOff, ChoiceListsAndStoresAreDeletedBeforeTemporaryReports) {
+    const Site site;
+    ExpectWell(site, [&]() -> std::string {
+        site.Write("!quin!02.$$$", "");
+        site.Write("a.$$$", "");
+        std::string kinds;
+        for (const MadeCall &call : WatchCalls([] { OperationNamed("quit").Act(); }))
+            if (call.Kind == FileCall::Unlink) kinds += call.Path.ends_with(".$$$") ? '$' : 'X';
+        const bool inOrder = kinds.find("X$$") == kinds.size() - 3 && kinds.find('$') == kinds.size() - 2;
+        return inOrder ? "" : "deleted in the order " + kinds;
+    });
+}
+
 TEST(HandsOff, NamesInATemplateStayInItsDirectory) {
     const std::vector<std::string> outside{"../secret.hlp",
                                            "..\\secret.hlp",

@@ -175,6 +175,36 @@ TEST_F(Session, TheBannerTakesNoFocusAndGoesAway) {
         EXPECT_TRUE(window == MainWindow() || !window->isVisible());
 }
 
+namespace {
+
+// The labels that were shown as windows of their own.
+class ShownBanners : public QObject {
+public:
+    ShownBanners() { qApp->installEventFilter(this); }
+    std::vector<std::string> Texts;
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override {
+        const auto *const label = qobject_cast<const QLabel *>(object);
+        if (event->type() == QEvent::Show && label != nullptr && label->isWindow())
+            Texts.push_back(label->text().toStdString());
+        return false;
+    }
+};
+
+} // namespace
+
+TEST_F(Session, TheBannerStandsWhileATemplateIsLoaded) {
+    const ShownBanners banners;
+    Start(AllKinds());
+    EXPECT_THAT(banners.Texts, testing::ElementsAre("Quintave - Version 2.0"));
+    Dialogs.Pick(folder.Path() + "SITE.FTF");
+    Click(Named("CommandTemplate"));
+    EXPECT_EQ(banners.Texts.size(), 2U);
+    for (const QWidget *window : QApplication::topLevelWidgets())
+        EXPECT_TRUE(window == MainWindow() || !window->isVisible());
+}
+
 TEST_F(Session, ClosingWithUnsavedEntriesAsksAndCancelKeepsTheWindow) {
     TypeSomething();
     Dialogs.Press(QMessageBox::Cancel);
