@@ -78,7 +78,7 @@ void OpenGivenReport(const std::string &directory, const std::string &name) {
                CriticalIcon, "ERROR LOADING " + NameText(name));
 }
 
-void TakeReport(const std::string &report) {
+void ReceiveReport(const std::string &report) {
     if (report.empty()) return;
     Waiting.push_back(report);
     SetEnabled(Quintave.GivenTimer, true);

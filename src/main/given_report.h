@@ -15,7 +15,7 @@ bool LoadTemplateOfReport(const std::string &directory, const std::string &name)
 void OpenGivenReport(const std::string &directory, const std::string &name);
 
 // Another program has handed over a report, "" for none; it is opened as soon as nothing else goes on.
-void TakeReport(const std::string &report);
+void ReceiveReport(const std::string &report);
 
 // Event of GivenTimer: opens the report that waits longest, as Add does. Where nothing was entered or opened yet, it
 // brings its template.

@@ -65,8 +65,9 @@ int main(int argc, char **argv) {
         }
     ConnectMainWindow();
     if (!LoadMainWindow(arguments)) return 0;
+    const int requests = ListenForRequests(ResourceDir); // others that start meanwhile wait for the window
     ShowMainWindow(MainLayout(), WindowTitle, CloseMainWindow, OfferSave, EndOnSignal);
-    ServeRequests(ListenForRequests(ResourceDir), TakeReport);
+    ServeRequests(requests, ReceiveReport);
     RunAsEvent(ActivateMainWindow);
     return RunProgram();
 }

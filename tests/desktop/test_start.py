@@ -8,6 +8,7 @@ import unittest
 
 from case import DesktopTest, fill, reply, save_as, start_entry, value_of, work_files
 from desk import ROOT, Desk
+from display import wait_until
 
 ASKED = ("What is the Resource Directory for Quintave?\n\n(i.e., where is Quintave.Tbl located?)\n\n"
          "(e.g., 'd:\\quintave\\')")
@@ -130,6 +131,16 @@ class SecondStart(StartTest):
             self.start_again(desk)
             desk.wait_for(lambda: desk.display.run("xdotool", "getwindowfocus").strip() == window, "the window in front")
             fill(desk, "Title", "untouched")
+
+    def test_of_many_at_once_one_stays(self):
+        with self.desk() as desk:
+            desk.key("alt+F4")
+            desk.wait_exit()
+            many = [desk.display.start([desk.program, "--resources", desk.resources, f"r{number}.rpx"], "many.log",
+                                       cwd=desk.cwd) for number in range(6)]
+            self.assertTrue(wait_until(lambda: [one.poll() for one in many].count(None) == 1, 60))
+            time.sleep(1)
+            self.assertEqual(sorted(-1 if one.poll() is None else one.poll() for one in many), [-1, 0, 0, 0, 0, 0])
 
     def test_waits_for_an_open_question(self):
         with self.desk() as desk:

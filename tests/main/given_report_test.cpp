@@ -185,7 +185,7 @@ protected:
 
     void HandOverReport(const std::string &templateName, const std::string &field) const {
         folder.Write("reports/mine.rpx", ReportOf(templateName, field));
-        TakeReport(folder.Path() + "reports/mine.rpx");
+        ReceiveReport(folder.Path() + "reports/mine.rpx");
     }
 };
 
@@ -229,7 +229,7 @@ TEST_F(HandedOver, WaitsForTheEndOfTheCommandAndForThePrintPanel) {
 TEST_F(HandedOver, OneAfterTheOther) {
     HandOverReport("SITE.FTF", "Title");
     folder.Write("reports/other.rpx", ReportOf("SITE.FTF", "Title"));
-    TakeReport(folder.Path() + "reports/other.rpx");
+    ReceiveReport(folder.Path() + "reports/other.rpx");
     UserTicks(Quintave.GivenTimer);
     EXPECT_TRUE(Quintave.GivenTimer.Enabled);
     Dialogs.Answers = {NoAnswer};
@@ -247,7 +247,7 @@ TEST_F(HandedOver, LeavesAnOpenGroupFirst) {
     Open(1);
     ASSERT_EQ(ActiveList, GroupList);
     Enter(0, "here");
-    TakeReport(folder.Path() + "reports/mine.rpx");
+    ReceiveReport(folder.Path() + "reports/mine.rpx");
     Dialogs.Answers = {NoAnswer};
     UserTicks(Quintave.GivenTimer);
     EXPECT_EQ(ActiveList, 0);
@@ -255,9 +255,9 @@ TEST_F(HandedOver, LeavesAnOpenGroupFirst) {
 }
 
 TEST_F(HandedOver, NoReportOpensNone) {
-    TakeReport("");
+    ReceiveReport("");
     EXPECT_FALSE(Quintave.GivenTimer.Enabled);
-    TakeReport(folder.Path() + "reports/mine.txt");
+    ReceiveReport(folder.Path() + "reports/mine.txt");
     UserTicks(Quintave.GivenTimer);
     EXPECT_FALSE(Quintave.GivenTimer.Enabled);
     EXPECT_THAT(Dialogs.Messages, IsEmpty());

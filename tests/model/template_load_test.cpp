@@ -200,6 +200,10 @@ TEST_F(TemplateLoad, WorkFilesCarryFiveDigitsOfTheElementNumber) {
     Start(lines);
     EXPECT_EQ(folder.Read("LST00007.XXX"), "");
     EXPECT_EQ(folder.Read("GRP00008.XXX"), std::string("\0\0\1\0", 4));
+    EXPECT_EQ(ChoiceFileName(42), "LST00042.XXX");
+    EXPECT_EQ(GroupFileName(999), "GRP00999.XXX");
+    EXPECT_EQ(GroupFileName(1000), "GRP01000.XXX");
+    EXPECT_EQ(ChoiceFileName(32767), "LST32767.XXX");
 }
 
 TEST_F(TemplateLoad, AChoiceListIsAsWideAsItsWidestChoiceUpToALimit) {
@@ -239,18 +243,6 @@ TEST_F(TemplateLoad, AGroupStoreIsItsHeaderAndOneBlankOccurrence) {
 TEST_F(TemplateLoad, AGroupStoreHeaderIsLittleEndian) {
     Start({R"(1,2,"GROUP START","Samples","","")", R"(2,515,"MEMO","a","","")", R"(1,0,"GROUP END","","","")"});
     EXPECT_EQ(folder.Read("GRP00001.XXX"), std::string("\x03\x02\1\0", 4) + std::string(515, ' '));
-}
-
-TEST_F(TemplateLoad, WorkFilesHaveTheElementsNumberInFiveDigits) {
-    EXPECT_EQ(ChoiceFileName(7), "LST00007.XXX");
-    EXPECT_EQ(ChoiceFileName(42), "LST00042.XXX");
-    EXPECT_EQ(GroupFileName(999), "GRP00999.XXX");
-    EXPECT_EQ(GroupFileName(1000), "GRP01000.XXX");
-    EXPECT_EQ(GroupFileName(32767), "GRP32767.XXX");
-    std::vector<std::string> lines(99, R"(1,0,"","Heading","","")");
-    lines.insert(lines.end(), {R"(1,30,"LIST","Colour","","")", "Red", "XXX-1XXX"});
-    Start(lines);
-    EXPECT_EQ(folder.Read("LST00100.XXX"), "\"Red\"\r\n");
 }
 
 TEST_F(TemplateLoad, AKindBelowMinusOneIsNeitherFieldNorSection) {

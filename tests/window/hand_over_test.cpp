@@ -20,7 +20,7 @@ protected:
     void Serve() {
         Start({R"(1,30,"TEXT","Title","","")"});
         folder.Write("mine.rpx", "0,\"QuintaveV2.0\",\"SITE.FTF\"\r\n1,1,\"Title\",\"12\"\r\n");
-        ServeRequests(ListenForRequests(ResourceDir), TakeReport);
+        ServeRequests(ListenForRequests(ResourceDir), ReceiveReport);
     }
 
     // Another program, which ends as soon as its report was taken.
