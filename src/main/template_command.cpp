@@ -68,7 +68,6 @@ void ClearScreen() {
         SetText(box, "", 0);
     }
     ClearRows(Quintave.TblFldNum);
-    SetCaption(Quintave.TableFrame, "");
     ClearRows(Quintave.SectionLabel);
     SetCaption(Quintave.DataLevelLabel, "");
     SetCaption(Quintave.helpline, "");

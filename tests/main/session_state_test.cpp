@@ -156,7 +156,6 @@ TEST_F(SessionState, NothingOfTheOldTemplateStaysInListsAndLabels) {
     EXPECT_EQ(Quintave.helpline.Caption, "");
     EXPECT_FALSE(Quintave.CommandMoreHelp.Enabled);
     EXPECT_FALSE(Quintave.MultiInstanceFrame.Visible);
-    EXPECT_EQ(Quintave.TableFrame.Caption, "");
     EXPECT_THAT(Quintave.TblFldNum.Rows, IsEmpty());
 }
 
