@@ -119,6 +119,98 @@ std::vector<std::string> SplitLines(const std::string &text) {
     return lines;
 }
 
+// The lines of a text file as the rules of the layout put them together, worked out piece by piece from the value.
+class ExpectedText {
+public:
+    explicit ExpectedText(const PanelOptions &given)
+        : options(given), separator(given.Separator.substr(1, given.Separator.size() - 2)) {}
+
+    void Add(const RandomRecord &record) {
+        const std::string indent = options.Mode == 0 ? "" : Blanks(record.Level - 1);
+        const int margin = options.Mode == 0 ? 2 : 1; // level of a subtitle without an indent
+        switch (record.Count) {
+        case -3: AddCentred(record.Title); return;
+        case -2: Text += Blanks(record.Level - margin) + record.Title + separator + "\r\n"; return;
+        case HeadingMarker:
+            if (options.Mode == 0) {
+                Text += "\r\n\r\n";
+                AddCentred(record.Title);
+                Text += "\r\n";
+            } else {
+                Text += indent + record.Title + separator + "\r\n";
+            }
+            return;
+        case GroupEndMarker:
+            if (options.Mode != RawMode) Text += indent + "*** " + record.Title + "***" + separator + "\r\n";
+            return;
+        default: AddValue(record, indent + record.Title + separator);
+        }
+    }
+
+    std::string Text;
+
+private:
+    static std::string Blanks(int levels) {
+        return std::string(static_cast<std::size_t>(std::max(levels, 0)) * 4, ' ');
+    }
+
+    void AddCentred(const std::string &title) {
+        Text += std::string(title.size() < LineLength ? (LineLength - title.size()) / 2 : 0, ' ') + title + "\r\n";
+    }
+
+    void AddValue(const RandomRecord &record, const std::string &title) {
+        if (record.Count == OccurrenceMarker && options.Mode == RawMode) {
+            Text += title + "\r\n";
+            return;
+        }
+        const int column = options.Mode >= NestedData ? 4 * record.Level : std::stoi(options.Indent);
+        const int length = static_cast<int>(title.size());
+        std::string value;
+        for (const auto &line : record.Lines)
+            value += (value.empty() && &line == record.Lines.data() ? "" : "\r\n") + line;
+        const bool fills = length == static_cast<int>(LineLength) && length > column && !value.empty();
+        if (options.Below || fills) {
+            Text += title + "\r\n";
+            AddPieces(value, "", column, static_cast<int>(LineLength) - column, column);
+        } else {
+            const int start = std::max(column, length);
+            const int room = static_cast<int>(LineLength) - start;
+            AddPieces(value, title, start, room < 0 ? room + 80 : room, column);
+        }
+    }
+
+    // A line breaks at a line break, or behind the last blank once it is full, or where it is full.
+    void AddPieces(const std::string &value, std::string line, int column, int width, int nextColumn) {
+        std::size_t begin = 0;
+        std::size_t seen = 0; // characters that a break was looked for at
+        while (true) {
+            const std::size_t full = std::max(begin + static_cast<std::size_t>(std::max(width, 1)), seen + 1);
+            const std::size_t broken = value.find("\r\n", seen);
+            const bool breaks = broken != std::string::npos && broken < full;
+            if (!breaks && full > value.size()) break;
+            std::size_t end = breaks ? broken : full;
+            std::size_t next = breaks ? broken + 2 : full;
+            const std::size_t blank = value.rfind(' ', full - 1);
+            if (!breaks && blank != std::string::npos && blank >= begin) end = next = blank + 1;
+            AddLine(line, column, value.substr(begin, end - begin));
+            begin = next;
+            seen = breaks ? broken + 1 : full;
+            line.clear();
+            column = nextColumn;
+            width = static_cast<int>(LineLength) - nextColumn;
+        }
+        AddLine(line, column, value.substr(std::min(begin, value.size())));
+    }
+
+    void AddLine(std::string line, int column, const std::string &piece) {
+        if (!piece.empty()) line.resize(std::max(line.size(), static_cast<std::size_t>(column)), ' ');
+        Text += line + piece + "\r\n";
+    }
+
+    const PanelOptions &options;
+    const std::string separator;
+};
+
 bool IsPageHead(const PrintedText &text) {
     return text.Line == 6 || (text.Bold && text.Line == 8 && text.Text.ends_with("   (continued)..."));
 }
@@ -135,6 +227,16 @@ TEST_F(RandomReports, KeepAllTheirWordsInOrderOnPagesAndInTheTextFile) {
         for (const auto &text : PagesOf(LinesOf(records), options))
             if (!IsPageHead(text)) printed += text.Text;
         ASSERT_EQ(WithoutBlanks(printed), expected) << Seed() << " round " << round;
+    }
+}
+
+TEST_F(RandomReports, HaveEveryLineOfTheTextFileInItsPlace) {
+    for (int round = 0; round < Rounds; ++round) {
+        const auto records = Report(200);
+        const PanelOptions options = Options();
+        ExpectedText expected(options);
+        for (const auto &record : records) expected.Add(record);
+        ASSERT_EQ(BodyOf(LinesOf(records), options), expected.Text) << Seed() << " round " << round;
     }
 }
 
