@@ -25,8 +25,10 @@ Answer TellNotice(const LoadNotice &notice) {
     switch (notice.What) {
     case Notice::OverwriteFields:
     case Notice::OverwriteGroups: return Adds ? NoAnswer : YesAnswer;
-    case Notice::ValueCut: // the one behind the load speaks for each
-    case Notice::ValueReplaced: return OkAnswer;
+    case Notice::ValueCut: return OkAnswer; // the one behind the load speaks for each
+    case Notice::ValueReplaced:
+        if (!Adds) return OkAnswer; // as asked for
+        break;
     default: break;
     }
     TellMessage(Merged, notice.Error == 0 || IsReportFault(notice.Error) ? notice.Line : 0, notice.Text);

@@ -98,7 +98,7 @@ public:
 
     OutputFile(const std::string &path, Access access);
     explicit OutputFile(int descriptor); // takes over a file that is open for writing
-    ~OutputFile(); // what is still held back is written, as far as it can be
+    ~OutputFile();                       // what is still held back is written, as far as it can be
     OutputFile(const OutputFile &) = delete;
     OutputFile &operator=(const OutputFile &) = delete;
 

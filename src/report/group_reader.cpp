@@ -119,9 +119,13 @@ void EndBlock() {
     const Block block = std::exchange(OpenedBlock, {});
     if (!block.HasValue) return;
     std::string stored;
-    const bool adds = MergeFlag == AddInstances;
-    if (!block.StoreBlank && adds) ReadStore(block.Head, stored);
-    if (!Stored.insert(block.Head).second && !adds) NoteLeftOut();
+    if (!block.StoreBlank) ReadStore(block.Head, stored);
+    const bool again = !Stored.insert(block.Head).second;
+    if (MergeFlag != AddInstances && !stored.empty()) {
+        if (stored != block.Cells) TellValueReplaced(block.Head);
+        if (again) NoteLeftOut();
+        stored.clear();
+    }
     ReplaceStore(block.Head, stored + block.Cells);
 }
 

@@ -135,6 +135,11 @@ void TellValuesCut(std::size_t members, Integer first) {
 }
 
 void TellValueReplaced(Integer element) {
-    Tell(Notice::ValueReplaced, "",
-         "The field " + FieldTitle[element] + " takes one value: this one replaces that before it!", OkOnly, element);
+    const std::string &title = FieldTitle[element];
+    std::string text = "The field " + title + " takes one value: this one replaces that before it!";
+    if (IsGroupStart(element))
+        text = "The occurrences of the group " + title + " replace those before them!";
+    else if (LevelOf(element) == 0 && AllowInstances != False)
+        text = "The field " + title + " held another value before: this one replaces it!";
+    Tell(Notice::ValueReplaced, "", text, OkOnly, element);
 }

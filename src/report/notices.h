@@ -19,7 +19,7 @@ enum class Notice : unsigned char {
     OverwriteGroups, // the same for groups
     ValuesCut,       // behind a load: some values were cut to the cells of their members
     ValueCut,        // one of them, as it comes; for fronts that tell each by its line
-    ValueReplaced,   // a value takes the place of another one, which nobody was asked about
+    ValueReplaced,   // a value takes the place of another one, or occurrences that of others; nobody is asked
 };
 
 struct LoadNotice {

@@ -33,13 +33,15 @@ class Manual(program.CliTest):
         self.assertEqual([answer[0] for answer in self.answers],
                          ["check", "export", "print", "merge", "diff", "check-template"])
         check, export, printed, merged, diff, template = self.answers
-        self.assertEqual([answer[3] for answer in self.answers], [""] * 6)
-        self.assertEqual([answer[1] for answer in self.answers], [1, 0, 0, 0, 1, 0])
+        self.assertEqual([answer[3] for answer in self.answers if answer is not merged], [""] * 5)
+        self.assertEqual([answer[1] for answer in self.answers], [1, 0, 0, 1, 1, 0])
         self.assertIn("archive/wells.rpx: The field Description / Abstract is empty!", check[2])
         self.assertIn('{"field": "Title", "level": 2, "values": ["Wells of the valley"]}', export[2])
         self.assertIn("    Title| Wells of the valley\r\n", printed[2])
         self.assertEqual(merged[2], "")
-        # A title is there once, and a later one takes its place; of creators there may be several.
+        # A title is there once, and a later one takes its place, which is told; of creators there may be several.
+        self.assertEqual(merged[3], "quintave-cli: archive/springs.rpx:3: The field Title takes one value: "
+                                    "this one replaces that before it!\n")
         self.assertEqual(diff[2], 'changed Citation / Title: "Wells of the valley" -> "Springs"\n'
                                   'added Citation / Creator: "Ely, Ann"\n')
         self.assertEqual(template[2], "standard input: 38 fields, 2 groups, 13 lists\n")

@@ -69,8 +69,8 @@ protected:
 TEST_F(KeptVersion, OfAReportThatWasLoadedInFullIsNone) {
     ExpectNotKept({R"(1,1,"Title","a")", R"(1,1,"Single","b")", R"(1,1,"Colour","Red")", Occurrence, Depth,
                    R"(2,1,"Kind","Sand")", End});
-    ExpectNotKept({R"(1,1,"Title","a")", R"(1,1,"Title","b")"});           // added, not overwritten
-    ExpectNotKept({Occurrence, Depth, End, Occurrence, Depth, End});       // likewise
+    ExpectNotKept({R"(1,1,"Title","a")", R"(1,1,"Title","b")"});     // added, not overwritten
+    ExpectNotKept({Occurrence, Depth, End, Occurrence, Depth, End}); // likewise
     ExpectNotKept({R"(1,-1,"Nowhere","")", R"(9,-99,"END REPEATING GROUP","")", R"(1,1,"Title","a")"}); // no values
 }
 
