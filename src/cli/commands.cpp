@@ -36,7 +36,7 @@ constexpr std::array ExportOptions{
     Option{"output", 'o', "OUT", "write to this file instead of standard output"},
 };
 
-constexpr std::array<Command, 6> Table{{
+constexpr std::array<CliCommand, 6> Table{{
     {"check-template",
      "FILE.ftf...",
      "Tell what is wrong with templates, by line",
@@ -74,4 +74,4 @@ constexpr std::array<Command, 6> Table{{
 
 } // namespace
 
-std::span<const Command> Commands() { return Table; }
+std::span<const CliCommand> CliCommands() { return Table; }

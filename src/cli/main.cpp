@@ -22,9 +22,9 @@ int TellUsage(const std::string &text, const std::string &command) {
 int RunNothing(const Arguments &) { throw UsageError{"which command?"}; }
 
 // Stands in a command's place where there is none.
-constexpr Command NoCommand{"", "", "", "", 0, SIZE_MAX, {}, RunNothing};
+constexpr CliCommand NoCommand{"", "", "", "", 0, SIZE_MAX, {}, RunNothing};
 
-int RunArguments(const Command &command, const Arguments &arguments) {
+int RunArguments(const CliCommand &command, const Arguments &arguments) {
     if (arguments.Has(HelpOption))
         WriteResult(&command == &NoCommand ? HelpText() : HelpText(command));
     else if (arguments.Has(VersionOption))
@@ -34,7 +34,7 @@ int RunArguments(const Command &command, const Arguments &arguments) {
     return NothingFound;
 }
 
-int RunCommand(const Command &command, int count, char **texts) {
+int RunCommand(const CliCommand &command, int count, char **texts) {
     try {
         int status = NothingFound;
         const Integer fault = FaultOf([&] { status = RunArguments(command, ReadArguments(command, count, texts)); });
@@ -54,9 +54,9 @@ void OpenStandardFiles() {
 int Run(int count, char **texts) {
     const std::string_view name = count > 1 ? texts[1] : "";
     if (name.empty() || name.starts_with('-')) return RunCommand(NoCommand, count, texts);
-    const auto commands = Commands();
+    const auto commands = CliCommands();
     const auto command =
-        std::find_if(commands.begin(), commands.end(), [&](const Command &c) { return c.Name == name; });
+        std::find_if(commands.begin(), commands.end(), [&](const CliCommand &c) { return c.Name == name; });
     if (command == commands.end()) return TellUsage("there is no command '" + std::string(name) + "'", "");
     texts[1] = texts[0]; // whom the reader of options names in its messages
     return RunCommand(*command, count - 1, texts + 1);

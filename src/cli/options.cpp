@@ -14,7 +14,7 @@ constexpr std::size_t HelpColumn = 26;
 constexpr std::array CommonOptions{Option{HelpOption, 0, "", "show this and exit"},
                                    Option{VersionOption, 0, "", "show the version and exit"}};
 
-std::vector<Option> OptionsOf(const Command &command) {
+std::vector<Option> OptionsOf(const CliCommand &command) {
     std::vector<Option> options(command.Options.begin(), command.Options.end());
     options.insert(options.end(), CommonOptions.begin(), CommonOptions.end());
     return options;
@@ -59,7 +59,7 @@ const Option *FindOption(std::span<const Option> options, int found) {
     return match == options.end() ? nullptr : &*match;
 }
 
-void CheckFiles(const Command &command, const std::vector<std::string> &files) {
+void CheckFiles(const CliCommand &command, const std::vector<std::string> &files) {
     const std::size_t count = files.size();
     if (count < command.LeastFiles) throw UsageError{"missing " + std::string(command.Operands)};
     if (count > command.MostFiles) throw UsageError{"too many files: " + std::string(command.Operands) + " wanted"};
@@ -73,7 +73,7 @@ std::string Arguments::Last(std::string_view option, std::string_view otherwise)
     return found == Given.end() ? std::string(otherwise) : found->second.back();
 }
 
-Arguments ReadArguments(const Command &command, int count, char **texts) {
+Arguments ReadArguments(const CliCommand &command, int count, char **texts) {
     const std::vector<Option> table = OptionsOf(command);
     const SystemOptions options(table);
     Arguments arguments;
@@ -94,7 +94,7 @@ Arguments ReadArguments(const Command &command, int count, char **texts) {
 std::string HelpText() {
     std::string text = "Usage: quintave-cli COMMAND [OPTION]... FILE...\n"
                        "Check, print, merge, export and compare Quintave reports without a window.\n\n";
-    for (const Command &command : Commands())
+    for (const CliCommand &command : CliCommands())
         text += Padded("  " + std::string(command.Name), HelpColumn - 8) + std::string(command.Summary) + "\n";
     text += "\n";
     for (const Option &option : CommonOptions) text += OptionLine(option);
@@ -103,7 +103,7 @@ std::string HelpText() {
            "1 where something was, 2 for wrong usage, 3 where a file could not be used.\n";
 }
 
-std::string HelpText(const Command &command) {
+std::string HelpText(const CliCommand &command) {
     std::string text = "Usage: quintave-cli " + std::string(command.Name) + " [OPTION]... " +
                        std::string(command.Operands) + "\n" + std::string(command.Summary) + ".\n\n";
     for (const Option &option : OptionsOf(command)) text += OptionLine(option);

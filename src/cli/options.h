@@ -27,7 +27,7 @@ struct Arguments {
     std::string Last(std::string_view option, std::string_view otherwise = "") const;
 };
 
-struct Command {
+struct CliCommand {
     std::string_view Name;
     std::string_view Operands; // how the help names its files
     std::string_view Summary;
@@ -47,10 +47,10 @@ inline constexpr std::string_view HelpOption = "help";
 inline constexpr std::string_view VersionOption = "version";
 inline constexpr std::string_view InputReadOnce = "standard input can be read only once";
 
-std::span<const Command> Commands();
+std::span<const CliCommand> CliCommands();
 
 // What follows the command's name. Throws UsageError. With --help or --version nothing else counts.
-Arguments ReadArguments(const Command &command, int count, char **texts);
+Arguments ReadArguments(const CliCommand &command, int count, char **texts);
 
 std::string HelpText();
-std::string HelpText(const Command &command);
+std::string HelpText(const CliCommand &command);

@@ -128,6 +128,17 @@ constexpr bool IsNoCommands(const Connection &c) {
     });
 }
 
+constexpr bool IsOneOfItsKind(const Command &command) {
+    return std::none_of(CommandTable.begin(), CommandTable.end(), [&](const Command &other) {
+        const bool sameKey = KeyOf(command) != 0 && KeyOf(command) == KeyOf(other);
+        return &command != &other && (command.Of == other.Of || sameKey);
+    });
+}
+
+constexpr bool RunsAsClick(const Command &command) {
+    return std::holds_alternative<PlainHandler>(command.Run) || std::holds_alternative<IndexHandler>(command.Run);
+}
+
 constexpr bool TakesItsArguments(const Connection &c) {
     switch (c.On) {
     case Event::KeyDown: return std::holds_alternative<KeyDownHandler>(c.Run);
@@ -140,6 +151,8 @@ constexpr bool TakesItsArguments(const Connection &c) {
 static_assert(IsStrictlySorted());
 static_assert(std::all_of(Others.begin(), Others.end(), IsNoCommands));
 static_assert(std::all_of(Others.begin(), Others.end(), TakesItsArguments));
+static_assert(std::all_of(CommandTable.begin(), CommandTable.end(), IsOneOfItsKind));
+static_assert(std::all_of(CommandTable.begin(), CommandTable.end(), RunsAsClick));
 
 std::vector<Connection> AllConnections() {
     std::vector<Connection> all(Others.begin(), Others.end());

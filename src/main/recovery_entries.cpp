@@ -40,7 +40,7 @@ EntriesState EnteredSoFar() {
     if (GroupIsOpen()) {
         entries.GroupItems = EditedItems();
         entries.Chosen[GroupHead()] = GroupLoadedOccurrence;
-    } else if (CurrentField < NumRows) {
+    } else if (CurrentField >= 0 && CurrentField < NumRows) {
         entries.RowValue[CurrentField] = EditedValue();
     }
     return entries;

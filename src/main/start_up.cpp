@@ -1,4 +1,4 @@
-// Start-up (start_up.h). The template it loads: model/template_file.cpp.
+// Start-up (start_up.h). The template it loads: main/template_command.cpp.
 #include "main/start_up.h"
 
 #include "form/main_window.h"

@@ -45,7 +45,7 @@ enum SlotColumn : std::size_t {
 };
 
 // Columns of LevelTable().
-enum LevelColumn : std::size_t { TitleRead, TitlePassed };
+enum LevelColumn : std::size_t { TitleRead }; // the other one held titles of the template
 
 extern const std::string NL; // line break of messages and values
 

@@ -1,5 +1,5 @@
 // A Fields Template File read into memory and checked; nothing of the program changes by it. What is done with it:
-// template_file.h.
+// field_tables.h.
 #pragma once
 
 #include "platform/items.h"

@@ -1,5 +1,5 @@
 // Controls: their state, and the rules by which a change of it or an act of the user becomes an event. The window that
-// shows them is a front (front.h); the procedures that events run are connected in main/events.cpp.
+// shows them is a front (front.h); the procedures that events run are connected in main/commands.cpp.
 #pragma once
 
 #include "platform/runtime.h"

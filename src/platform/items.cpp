@@ -9,11 +9,11 @@
 
 namespace {
 
-bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+bool IsBlankOrTab(char c) { return c == ' ' || c == '\t'; }
 bool IsLineEnd(char c) { return c == '\r' || c == '\n'; }
 
 void SkipBlanks(ItemInput &input) {
-    while (input.At < input.Bytes.size() && IsBlank(input.Bytes[input.At])) ++input.At;
+    while (input.At < input.Bytes.size() && IsBlankOrTab(input.Bytes[input.At])) ++input.At;
 }
 
 // Takes a comma or one line end; false where another character stands.
@@ -114,11 +114,11 @@ long LineAt(LinePlace &counted, std::string_view bytes, std::size_t at) {
 
 bool AtEnd(const ItemInput &input) {
     return std::all_of(input.Bytes.begin() + static_cast<std::ptrdiff_t>(input.At), input.Bytes.end(),
-                       [](char c) { return IsBlank(c) || IsLineEnd(c); });
+                       [](char c) { return IsBlankOrTab(c) || IsLineEnd(c); });
 }
 
 void BeginRecord(ItemInput &input) {
-    while (input.At < input.Bytes.size() && (IsBlank(input.Bytes[input.At]) || IsLineEnd(input.Bytes[input.At])))
+    while (input.At < input.Bytes.size() && (IsBlankOrTab(input.Bytes[input.At]) || IsLineEnd(input.Bytes[input.At])))
         ++input.At;
 }
 
@@ -130,7 +130,7 @@ std::string_view ReadItem(ItemInput &input, Input fault) {
     const auto first = input.At;
     while (input.At < bytes.size() && bytes[input.At] != ',' && !IsLineEnd(bytes[input.At])) ++input.At;
     auto last = input.At;
-    while (last > first && IsBlank(bytes[last - 1])) --last;
+    while (last > first && IsBlankOrTab(bytes[last - 1])) --last;
     TakeDelimiter(input);
     return bytes.substr(first, last - first);
 }

@@ -10,7 +10,8 @@ Integer MergeFlag = Undecided;
 
 namespace {
 
-// The present load: who is told, what is read, and where its present record begins. Null outside of loads.
+// The load that began last: who is told, what is read, and where its present record begins. Nothing is told once it has
+// ended.
 const LoadFront *Front = nullptr;
 const ItemInput *Report = nullptr;
 std::size_t RecordAt = 0;

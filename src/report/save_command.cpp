@@ -42,6 +42,12 @@ std::string WriteTo(const std::string &path, bool temporary) {
     return "";
 }
 
+// The entries are what the report holds now: in a MEMO apostrophes for double quotes.
+void TakeWrittenTexts() {
+    for (const Integer e : Elements())
+        if (HasRow(e) && FieldInfo[e][TypeCode] == Memo) ValueOf(e) = WrittenText(e, ValueOf(e));
+}
+
 void TellKept(const std::string &path) {
     MsgBox("The earlier version of this report is kept under the name" + NL + NL + NameText(path) + NL + NL +
                "Not all of it had been loaded, or it held more values than the report saved now.",
@@ -99,11 +105,7 @@ bool SaveUnder(const std::string &path) {
 bool WriteReportFile() {
     if (!LeaveGroup()) return false;
     CommitPendingEdit();
-    for (const Integer e : Elements()) {
-        if (!HasRow(e)) continue;
-        std::string &value = ValueOf(e);
-        value = WrittenText(e, value);
-    }
+    for (std::string &value : RowValue) value = RTrim(value);
     const bool temporary = ReportFileName.ends_with(".$$$");
     if (!temporary) {
         FileMark = ReportFileName;
@@ -115,6 +117,7 @@ bool WriteReportFile() {
         MsgBox(WriteErrorText(fault), CriticalIcon, "Quintave");
         return false;
     }
+    TakeWrittenTexts();
     if (temporary) return true;
     DataChanged = False;
     SettleRecovery();

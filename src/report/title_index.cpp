@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <functional>
 #include <map>
-#include <numeric>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -30,11 +29,24 @@ struct Shape {
     Integer Level;
 };
 
-// A number for each title by its level, those passed and those last read; 0 is no level's. A path is the sum of the
-// numbers of its titles. Two different paths of one template share a sum about as often as two files share a checksum
-// of 64 bits.
-std::vector<Hash> Passed;
-std::vector<Hash> Read;
+// The titles at levels 1 to some level as one number: a sum, so that a title can be exchanged where it stands, and what
+// a record costs does not grow with its depth. Two different paths of one template share a number about as often as two
+// files share a checksum of 64 bits; an element's own title is compared.
+class PathSums {
+public:
+    void Forget(); // all titles are empty
+    void Put(Integer level, Hash title);
+    Hash At(Integer level) const { return titles[static_cast<std::size_t>(level)]; }
+    Hash UpTo(Integer level);
+
+private:
+    std::vector<Hash> titles; // by level
+    std::vector<Hash> sums;
+    std::size_t known = 0; // levels whose sum is right
+};
+
+PathSums Passed;
+PathSums Read;
 
 // By the whole path, and by the enclosing headings alone.
 std::unordered_map<Hash, Entry> ByPath;
@@ -55,16 +67,22 @@ Hash HashOf(Integer level, std::string_view title) {
     return Mixed(std::hash<std::string_view>{}(title) + static_cast<Hash>(level + 1) * 0x9E3779B97F4A7C15ULL);
 }
 
-// Of the titles at levels 1 to some level.
-Hash PathTo(const std::vector<Hash> &titles, Integer level) {
-    return std::accumulate(titles.begin() + 1, titles.begin() + 1 + level, Hash{0});
+void PathSums::Forget() {
+    titles.clear();
+    for (int level = 0; level <= DeepestLevel; ++level) titles.push_back(HashOf(static_cast<Integer>(level), ""));
+    sums.assign(titles.size(), 0);
+    known = 0;
 }
 
-// As many as there are levels, all empty.
-std::vector<Hash> NoTitles() {
-    std::vector<Hash> titles;
-    for (int level = 0; level <= DeepestLevel; ++level) titles.push_back(HashOf(static_cast<Integer>(level), ""));
-    return titles;
+void PathSums::Put(Integer level, Hash title) {
+    const auto at = static_cast<std::size_t>(level);
+    titles[at] = title;
+    known = std::min(known, at == 0 ? at : at - 1);
+}
+
+Hash PathSums::UpTo(Integer level) {
+    for (; known < static_cast<std::size_t>(level); ++known) sums[known + 1] = sums[known] + titles[known + 1];
+    return sums[static_cast<std::size_t>(level)];
 }
 
 Hash WithOwn(Hash enclosing, Integer level, std::string_view title) { return Mixed(enclosing) + HashOf(level, title); }
@@ -72,7 +90,7 @@ Hash WithOwn(Hash enclosing, Integer level, std::string_view title) { return Mix
 // The key of the titles last read at the levels of a chain.
 Hash ReadHeadings(ShapeNumber shape) {
     Hash sum = Mixed(shape);
-    for (; shape != 0; shape = Shapes[shape].Outer) sum += Read[static_cast<std::size_t>(Shapes[shape].Level)];
+    for (; shape != 0; shape = Shapes[shape].Outer) sum += Read.At(Shapes[shape].Level);
     return sum;
 }
 
@@ -104,7 +122,7 @@ void Enter(Entry &entry, Integer element) {
 void EnterTarget(Integer element, ShapeNumber shape, Hash sum) {
     const Integer level = LevelOf(element);
     const std::string &title = FieldTitle[element];
-    Enter(ByPath[WithOwn(PathTo(Passed, level), level, title)], element);
+    Enter(ByPath[WithOwn(Passed.UpTo(level), level, title)], element);
     Enter(ByHeadings[WithOwn(Mixed(shape) + sum, level, title)], element);
     auto &shapes = ShapesOf[HashOf(level, title)];
     if (std::find(shapes.begin(), shapes.end(), shape) == shapes.end()) shapes.push_back(shape);
@@ -112,7 +130,7 @@ void EnterTarget(Integer element, ShapeNumber shape, Hash sum) {
 
 bool IsTarget(Integer element) { return HasValue(element) || IsGroupStart(element); }
 
-Integer Chosen(const std::unordered_map<Hash, Entry> &entries, Hash key, Target target, Integer group) {
+Integer EntryAt(const std::unordered_map<Hash, Entry> &entries, Hash key, Target target, Integer group) {
     const auto found = entries.find(key);
     if (found == entries.end()) return 0;
     const Entry &entry = found->second;
@@ -132,7 +150,7 @@ void BuildTitleIndex() {
     ByHeadings.clear();
     ShapesOf.clear();
     Shapes.assign(1, {0, 0});
-    Passed = NoTitles();
+    Passed.Forget();
     std::vector<Enclosing> around{{-1, 0, 0}};
     std::map<std::pair<ShapeNumber, Integer>, ShapeNumber> numbers;
     for (const Integer e : Elements()) {
@@ -141,7 +159,7 @@ void BuildTitleIndex() {
         while (around.back().Level >= level) around.pop_back();
         if (isGroupEnd) continue; // no title, and what its group held encloses nothing behind it
         const std::string &title = FieldTitle[e];
-        Passed[static_cast<std::size_t>(level)] = HashOf(level, title);
+        Passed.Put(level, HashOf(level, title));
         const auto [outerLevel, shape, sum] = around.back();
         if (IsTarget(e)) EnterTarget(e, shape, sum);
         if (IsSection(e) || IsGroupStart(e))
@@ -151,21 +169,24 @@ void BuildTitleIndex() {
 
 void ForgetTitlesRead() {
     for (auto &titles : LevelTable) titles[TitleRead].clear();
-    Read = NoTitles();
+    Read.Forget();
 }
 
 void NoteTitleRead(Integer level, std::string_view title) {
     LevelTable[level][TitleRead] = title;
-    Read[static_cast<std::size_t>(level)] = HashOf(level, title);
+    Read.Put(level, HashOf(level, title));
 }
 
 Integer FindElement(Integer level, std::string_view title, Target target, Integer group) {
-    const Integer found = Chosen(ByPath, WithOwn(PathTo(Read, level), level, title), target, group);
+    const auto meant = [&](Integer element) {
+        return element != 0 && LevelOf(element) == level && FieldTitle[element] == title ? element : Integer{0};
+    };
+    const Integer found = meant(EntryAt(ByPath, WithOwn(Read.UpTo(level), level, title), target, group));
     if (found != 0) return found;
     const auto shapes = ShapesOf.find(HashOf(level, title));
     if (shapes == ShapesOf.end()) return 0;
     Integer first = 0;
     for (const ShapeNumber shape : shapes->second)
-        first = Earlier(first, Chosen(ByHeadings, WithOwn(ReadHeadings(shape), level, title), target, group));
+        first = Earlier(first, meant(EntryAt(ByHeadings, WithOwn(ReadHeadings(shape), level, title), target, group)));
     return first;
 }

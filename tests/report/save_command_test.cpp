@@ -289,6 +289,19 @@ TEST_F(SaveCommand, AFailedSaveEndsAfterItsMessage) {
     EXPECT_EQ(Quintave.editframe.Caption, "[Template: SITE.FTF] - RPX File(s): a; ");
 }
 
+TEST_F(SaveCommand, AFailedSaveLeavesTheQuotesOfAMemo) {
+    Start({R"(1,999,"MEMO","Notes","","")"});
+    SaveAs("a.rpx");
+    std::filesystem::remove(folder.Path() + "a.rpx");
+    std::filesystem::create_directory(folder.Path() + "a.rpx");
+    RowValue[0] = "a \"quoted\" word";
+    Press(Quintave.CommandSave);
+    EXPECT_EQ(RowValue[0], "a \"quoted\" word");
+    std::filesystem::remove(folder.Path() + "a.rpx");
+    Press(Quintave.CommandSave);
+    EXPECT_EQ(RowValue[0], "a 'quoted' word");
+}
+
 TEST_F(SaveCommand, AFailedSaveLeavesTheFocusWhereItWas) {
     Start(TwoFields);
     Enter(0, "Wells");

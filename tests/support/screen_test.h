@@ -1,5 +1,5 @@
 // The program on the console front, at work on a folder of the test's own. What the user would do comes from
-// platform/console/user.h, what he was asked from platform/console/answers.h.
+// support/user.h, what he was asked from platform/console/answers.h.
 #pragma once
 
 #include "form/main_window.h"

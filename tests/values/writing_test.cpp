@@ -7,6 +7,7 @@
 #include "report/title_index.h"
 #include "report/writer.h"
 
+#include <ctime>
 #include <random>
 
 namespace {
@@ -120,4 +121,31 @@ TEST_F(Writing, TheIndexFindsElementsByTheTitlesReadAboveThem) {
     NoteTitleRead(3, "Name");
     EXPECT_EQ(FindElement(3, "Name", Target::Member, Wells), NameElement);
     EXPECT_EQ(FindElement(3, "Name", Target::Field), 0);
+}
+
+// The sum of titles that the index looks up can be forged; the title of the element cannot.
+TEST_F(Writing, OnlyTheVeryTitleFindsAnElement) {
+    ForgetTitlesRead();
+    NoteTitleRead(1, "Citation");
+    NoteTitleRead(2, "Title");
+    EXPECT_EQ(FindElement(2, "Title", Target::Field), TitleElement);
+    FieldTitle[TitleElement] = "Other"; // as if another title had its number
+    EXPECT_EQ(FindElement(2, "Title", Target::Field), 0);
+}
+
+// What a record costs does not grow with the level it stands at.
+TEST_F(Writing, ManyRecordsOfADeepTemplateAreReadInNoTime) {
+    constexpr int Deep = 30000;
+    std::vector<std::string> lines;
+    std::vector<std::string> records;
+    for (int i = 0; i < Deep; ++i) {
+        lines.push_back(std::to_string(Deep) + R"(,9,"TEXT","F)" + std::to_string(i) + R"(","","")");
+        records.push_back(std::to_string(Deep) + R"(,1,"F)" + std::to_string(i) + R"(","v")");
+    }
+    Load(lines);
+    const auto begin = std::clock();
+    EXPECT_EQ(Read(records), LoadResult::Whole);
+    const double seconds = static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
+    EXPECT_LT(seconds, 2.0); // 30,000 sums of 30,000 numbers each would be 900 million steps
+    EXPECT_EQ(RowValue[Deep - 1], "v");
 }
