@@ -1,6 +1,8 @@
 // What is wrong with single records and their choices (template_elements.h).
 #include "cli/template_elements.h"
 
+#include "cli/template_lines.h"
+#include "cli/template_walk.h"
 #include "model/field_model.h"
 #include "model/row_text.h"
 #include "model/template_reader.h"

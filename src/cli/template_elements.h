@@ -2,8 +2,15 @@
 // those that follow. From line to line: template_walk.cpp.
 #pragma once
 
-#include "cli/template_lines.h"
-#include "cli/template_walk.h"
+#include "platform/files.h"
+#include "platform/runtime.h"
+
+#include <cstddef>
+#include <string>
+
+struct TemplateLine;
+struct TemplateLines;
+struct TemplateWalk;
 
 struct Record {
     long Line = 0;
@@ -17,9 +24,9 @@ struct Record {
 };
 
 struct Walk {
-    TemplateLines Lines;
-    const DirectoryNames *Beside;
-    TemplateWalk Found{};
+    TemplateLines &Lines;
+    const DirectoryNames *Beside; // the names among which help files are looked for, or null
+    TemplateWalk &Found;
     long GroupLine = 0; // of the open group's start; 0 outside groups
     int GroupLevel = 0;
     long GroupLength = 0;

@@ -118,16 +118,18 @@ void WalkHeader(Walk &walk) {
 TemplateWalk WalkTemplate(ItemInput input, const DirectoryNames *beside) {
     constexpr std::string_view WrongHeader =
         "A load refuses it: This is not a valid Fields Template File! Please Try Again. ";
-    Walk walk{{std::move(input)}, beside};
+    TemplateLines lines{std::move(input)};
+    TemplateWalk found;
+    Walk walk{lines, beside, found};
     std::string suffix;
-    if (!ReadTemplateHeader(walk.Lines.Input, suffix)) {
-        Tell(walk, 1, std::string(WrongHeader) + WhyNoTemplate(walk.Lines.Input));
-        walk.Found.WrongHeader = true;
-        return walk.Found;
+    if (!ReadTemplateHeader(lines.Input, suffix)) {
+        Tell(walk, 1, std::string(WrongHeader) + WhyNoTemplate(lines.Input));
+        found.WrongHeader = true;
+        return found;
     }
     WalkHeader(walk);
     TemplateLine line;
-    while (NextLine(walk.Lines, line)) WalkRecord(walk, line);
+    while (NextLine(lines, line)) WalkRecord(walk, line);
     if (walk.GroupLine != 0) Refuse(walk, walk.GroupLine, InputPastEnd, "the group is not ended by GROUP END");
-    return walk.Found;
+    return found;
 }

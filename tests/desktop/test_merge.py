@@ -61,7 +61,7 @@ class Merge(DesktopTest):
         self.assertIsNone(desk.message())
         self.assertEqual(len(desk.nodes("Add/Merge File", "button")), 1)
         open_report(desk, self.second)
-        self.assert_message(desk, OVER_TITLE, OVER_VALUES, ["Yes", "No"])
+        self.assert_message(desk, OVER_TITLE, OVER_VALUES, ["Yes", "No"], default="No")
         reply(desk, answer)
         self.assert_message(desk, FIELD_TITLE, UNKNOWN, ["Yes", "No"])
         reply(desk, "Yes")
@@ -104,7 +104,7 @@ class Merge(DesktopTest):
                 path.write_bytes(self.report('1,-1,"Citation",""', *self.place(1, "Ely"), self.END))
                 open_report(desk, path)
                 open_report(desk, path)
-                self.assert_message(desk, OVER_TITLE, OVER_GROUPS, ["Yes", "No"])
+                self.assert_message(desk, OVER_TITLE, OVER_GROUPS, ["Yes", "No"], default="No")
                 reply(desk, answer)
                 occurrences = [text for k, name in enumerate(names) for text in self.place(k + 1, name)]
                 self.assertEqual(self.save_merged(desk, answer, path, path),
@@ -115,7 +115,7 @@ class Merge(DesktopTest):
             self.write_reports(desk)
             start_entry(desk)
             open_report(desk, self.second)
-            self.assert_message(desk, OVER_TITLE, OVER_VALUES, ["Yes", "No"])  # two authors in one file
+            self.assert_message(desk, OVER_TITLE, OVER_VALUES, ["Yes", "No"], default="No")  # two authors in one file
             reply(desk, "No")
             reply(desk, "No", FIELD_TITLE)
             self.assertEqual([value_of(desk, title) for title in ("Title", "Author", "Kind")], ["Second", "Ben|Cy", ""])

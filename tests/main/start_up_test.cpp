@@ -238,7 +238,7 @@ TEST_F(StartUpTest, AProgramThatEndsMeanwhileLeavesTheDirectoryToTheNext) {
     auto ending = std::make_unique<ForeignLock>(folder.Path());
     ListenForRequests(folder.Path());
     std::thread end([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        std::this_thread::sleep_for(std::chrono::milliseconds(30));
         StopListening();
         ending.reset();
     });
@@ -253,7 +253,7 @@ TEST_F(StartUpTest, AProgramThatHasJustStartedIsWaitedFor) {
     const ForeignLock starting(folder.Path());
     std::optional<Request> request;
     std::thread start([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(120));
+        std::this_thread::sleep_for(std::chrono::milliseconds(40));
         const int listener = ListenForRequests(folder.Path());
         pollfd arrival{listener, POLLIN, 0};
         if (poll(&arrival, 1, 5000) == 1) request = TakeRequest(listener);

@@ -114,7 +114,8 @@ TEST_F(DamagedReport, CutAtAnyByteGivesOneMessageAndWhatStoodBefore) {
     }
 }
 
-TEST_F(DamagedReport, AnyOneByteChangedNeverEndsTheProgramAndNeverTellsTwoErrors) {
+TEST_F(DamagedReport, AnyOneByteChangedGivesOneErrorAtMostAndLeavesTheValuesBeforeIt) {
+    const auto stands = [](Integer row, const std::string &value) { return value.empty() || RowValue[row] == value; };
     for (const char damage : {'"', ',', '\n', '9', '-', '\0', '\x1A'}) {
         for (std::size_t at = 0; at < Sample.size(); ++at) {
             SCOPED_TRACE(testing::Message() << at << " becomes " << int{damage});
@@ -126,6 +127,8 @@ TEST_F(DamagedReport, AnyOneByteChangedNeverEndsTheProgramAndNeverTellsTwoErrors
                               [](const ShownMessage &message) { return (message.Style & IconMask) == CriticalIcon; });
             ASSERT_LE(errors, 1);
             ASSERT_EQ(CurrentField, 0);
+            const Placed &state = StateAt(std::max<std::size_t>(at, 1) - 1); // what delimits a record is a part of it
+            ASSERT_TRUE(stands(0, state.Title) && stands(1, state.Notes) && stands(2, state.Kind));
             if (bytes == Sample) {
                 ASSERT_TRUE(Dialogs.Messages.empty());
             }

@@ -107,11 +107,57 @@ TEST_F(GroupReader, ABlankOccurrenceBetweenOthersStays) {
     EXPECT_EQ(Stored(Samples), Depth("a") + "/" + Depth("") + "/" + Depth("b"));
 }
 
-TEST_F(GroupReader, ABlockWithoutAnyValueChangesNothing) {
-    ReplaceStore(Samples, Depth("x") + Depth("y"));
+TEST_F(GroupReader, ABlockWithoutAnyValueChangesNothingWhateverIsAnswered) {
+    for (const Answer answer : {YesAnswer, NoAnswer}) {
+        ReplaceStore(Samples, Depth("x") + Depth("y"));
+        Forget();
+        Dialogs.Answers = {answer};
+        Load({OneMarker, TwoMarker, R"(2,1,"Depth","")", End});
+        EXPECT_EQ(Dialogs.Messages, std::vector{GroupMergeMessage()});
+        EXPECT_EQ(Stored(Samples), Depth("x") + "/" + Depth("y"));
+    }
+}
+
+TEST_F(GroupReader, TheAnswerAboutAFieldOverwritesGroupsToo) {
+    ReplaceStore(Samples, Depth("old"));
+    RowValue[0] = "old";
     Dialogs.Answers = {YesAnswer};
-    Load({OneMarker, TwoMarker, R"(2,1,"Depth","")", End});
-    EXPECT_EQ(Stored(Samples), Depth("x") + "/" + Depth("y"));
+    Load({R"(1,1,"Title","x")", OneMarker, A, End});
+    EXPECT_EQ(Dialogs.Messages, std::vector{FieldMergeMessage()});
+    EXPECT_EQ(Stored(Samples), Depth("a"));
+}
+
+TEST_F(GroupReader, TheAnswerAboutAGroupAddsToFieldsToo) {
+    ReplaceStore(Samples, Depth("old"));
+    RowValue[0] = "old";
+    Dialogs.Answers = {NoAnswer};
+    Load({OneMarker, A, End, R"(1,1,"Title","x")"});
+    EXPECT_EQ(Dialogs.Messages, std::vector{GroupMergeMessage()});
+    EXPECT_EQ(RowValue[0], "old|x");
+}
+
+// A title above a group that the template lacks is read all the same: it is no other section's.
+TEST_F(GroupReader, ADroppedValueRecordIsReadAsATitle) {
+    Load({R"(1,1,"Elsewhere","x")", OneMarker, A, UnknownMarker, R"(1,1,"Nowhere","y")", End, R"(1,1,"Last","z")"});
+    EXPECT_EQ(LevelTable[1][TitleRead], "Last");
+    EXPECT_EQ(LevelTable[2][TitleRead], "Depth");
+    Load({R"(1,1,"Elsewhere","x")"});
+    EXPECT_EQ(LevelTable[1][TitleRead], "Elsewhere");
+    Load({UnknownMarker, R"(1,1,"Nowhere","y")"});
+    EXPECT_EQ(LevelTable[1][TitleRead], "Nowhere");
+}
+
+TEST_F(GroupReader, CutValuesAreToldAfterALoadThatWasStoppedOrDamaged) {
+    const std::string cut = R"(2,1,"Depth","123456")";
+    const auto told = [] { return LastMessage().Title == "WARNING - Field Data Cut!"; };
+    Dialogs.Answers = {NoAnswer};
+    Load({OneMarker, cut, UnknownMarker});
+    ASSERT_EQ(MessageCount(), 2U);
+    EXPECT_TRUE(told());
+    Forget();
+    Load({OneMarker, cut, "broken"});
+    ASSERT_EQ(MessageCount(), 3U); // the question, the fault
+    EXPECT_TRUE(told());
 }
 
 TEST_F(GroupReader, ABlockEndsWithTheFile) {

@@ -155,6 +155,19 @@ TEST_F(Merge, TheSameFileTwiceWithNoDoublesEveryInstanceOfLevel0OrMore) {
     EXPECT_EQ(Dialogs.Messages, std::vector{FieldMergeMessage()});
 }
 
+TEST_F(Merge, AFieldOfLevel0InFrontOfTheQuestionIsNotDoubled) {
+    Start({R"(0,60,"TEXT","Zero","","")", R"(1,60,"TEXT","Title","","")", R"(0,60,"TEXT","Last","","")"});
+    RowValue[0] = "x|y";
+    RowValue[1] = "a";
+    RowValue[2] = "z";
+    SaveAs("a.rpx");
+    Dialogs.Answers = {NoAnswer};
+    Add("a.rpx");
+    EXPECT_EQ(RowValue[0], "x|y");
+    EXPECT_EQ(RowValue[1], "a|a");
+    EXPECT_EQ(RowValue[2], "z|z");
+}
+
 TEST_F(Merge, TheSameFileTwiceWithYesIsAsOnce) {
     Start(Fields);
     RowValue[0] = "a";

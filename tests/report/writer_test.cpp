@@ -266,6 +266,22 @@ TEST_F(Writer, ADoubleQuoteInAMemoMemberBecomesAnApostrophe) {
     EXPECT_THAT(Saved(), testing::HasSubstr("3,1,\"Notes\",\"'deep'\"\r\n"));
 }
 
+TEST_F(Writer, AStoreWithoutOccurrencesIsTheEndAlone) {
+    Start(GroupTemplate);
+    folder.Write("GRP00002.XXX", std::string("\x23\0\0\0", 4));
+    EXPECT_EQ(Saved(), Lines({R"(2,-99,"END REPEATING GROUP","")"}));
+}
+
+TEST_F(Writer, EveryValueOnTheScreenIsAsTheReportHoldsItAlsoWhereTheWriteFails) {
+    Start({R"(1,30,"TEXT","A","","")", R"(1,30,"TEXT","B","","")", R"(1,999,"MEMO","C","","")",
+           R"(1,30,"TEXT","D","","")"});
+    for (std::string &value : RowValue) value = " x  ";
+    ReportFileDir = folder.Path() + "none/";
+    ReportFileName = "a.rpx";
+    EXPECT_FALSE(WriteReportFile());
+    for (Integer row = 0; row < NumRows; ++row) EXPECT_EQ(RowValue[row], " x");
+}
+
 TEST_F(Writer, AGroupWithoutMembersIsOneMarkerAndTheEnd) {
     Start({R"(1,2,"GROUP START","Samples","","")", R"(1,1,"GROUP END","","","")"});
     EXPECT_EQ(Saved(),
