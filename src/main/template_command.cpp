@@ -160,7 +160,8 @@ std::string AskForTemplate() {
                          .InitDir = TemplateDir,
                          .Filter = "Quintave FTF(*.ftf,*.tbl)|*.ftf;*.tbl|All files(*.*)|*.*",
                          .FileName = "",
-                         .Flags = FileMustExist + HideReadOnly};
+                         .Flags = FileMustExist + HideReadOnly,
+                         .Places = {ResourceDir}};
     return PickFile(Quintave.cmDialog, ShowOpen);
 }
 

@@ -531,6 +531,8 @@ TEST_F(TemplateCommand, AsksWithItsDialog) {
     EXPECT_EQ(Dialogs.Asked[0].Directory, TemplateDir);
     EXPECT_EQ(TemplateDir, CurrentDirectory());
     EXPECT_EQ(Dialogs.Asked[0].Flags, 4100);
+    EXPECT_THAT(Dialogs.Asked[0].Places,
+                testing::ElementsAre(ResourceDir)); // where those that came with the program lie
 }
 
 TEST_F(TemplateCommand, DoesNothingMoreWhenItsResetIsCancelled) {

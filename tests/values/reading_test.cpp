@@ -63,7 +63,7 @@ TEST_F(Reading, PlacesValuesAndTellsTheirRows) {
 }
 
 TEST_F(Reading, ANoticeSaysWhatWhereAndOnWhichLine) {
-    EXPECT_EQ(Read({R"(1,-1,"Citation","")", R"(2,1,"Kind","Songs")", R"(2,1,"Nowhere","x")"}), LoadResult::Whole);
+    EXPECT_EQ(Read({R"(1,-1,"Citation","")", R"(2,1,"Kind","Songs")", R"(2,1,"Nowhere","x")"}), LoadResult::Partial);
     ASSERT_THAT(Kinds(), ElementsAre(Notice::NotInList, Notice::NotInTemplate));
     EXPECT_EQ(Heard.Notices[0].Element, KindElement);
     EXPECT_EQ(Heard.Notices[0].Line, 3);
@@ -98,7 +98,7 @@ TEST_F(Reading, TheQuestionAboutValuesIsAskedOnceALoad) {
 }
 
 TEST_F(Reading, AFieldOfOneValueTellsThatItIsReplaced) {
-    EXPECT_EQ(ReadCitation({R"(2,1,"Once","first")", R"(2,1,"Once","second")"}), LoadResult::Whole);
+    EXPECT_EQ(ReadCitation({R"(2,1,"Once","first")", R"(2,1,"Once","second")"}), LoadResult::Partial);
     ASSERT_THAT(Kinds(), ElementsAre(Notice::ValueReplaced));
     EXPECT_EQ(Heard.Notices[0].Line, 4);
     EXPECT_EQ(RowValue[OnceRow], "second");
@@ -108,7 +108,7 @@ TEST_F(Reading, OccurrencesGoIntoTheStoreWithTheirCuts) {
     EXPECT_EQ(Read({R"(1,-9,"Wells","REPEATING GROUP, Occurrence #1")", R"(2,1,"Name","Old well")",
                     R"(2,1,"State","Wet")", R"(1,-9,"Wells","REPEATING GROUP, Occurrence #2")", R"(2,1,"Name","New")",
                     R"(1,-99,"END REPEATING GROUP","")"}),
-              LoadResult::Whole);
+              LoadResult::Partial);
     EXPECT_EQ(Cells(), "Old wWet New      ");
     ASSERT_THAT(Kinds(), ElementsAre(Notice::ValueCut, Notice::ValuesCut));
     EXPECT_EQ(Heard.Notices[0].Element, NameElement);
@@ -138,7 +138,7 @@ TEST_F(Reading, WhatIsNoReportChangesNothing) {
 }
 
 TEST_F(Reading, ARecordThatIsTooDeepIsSkippedOrEndsTheLoad) {
-    EXPECT_EQ(ReadCitation({R"(7,1,"Deep","x")", R"(2,1,"Title","Wells")"}), LoadResult::Whole);
+    EXPECT_EQ(ReadCitation({R"(7,1,"Deep","x")", R"(2,1,"Title","Wells")"}), LoadResult::Partial);
     ASSERT_THAT(Kinds(), ElementsAre(Notice::TooDeep));
     EXPECT_EQ(Heard.Notices[0].Style, OkCancel + InformationIcon);
     EXPECT_EQ(RowValue[TitleRow], "Wells");

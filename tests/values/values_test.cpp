@@ -22,7 +22,7 @@ namespace {
 Answer Hear(const LoadNotice &notice) {
     Heard.Notices.push_back(notice);
     if (Heard.Reply) return Heard.Reply(notice);
-    return notice.Style == YesNo ? YesAnswer : OkAnswer;
+    return (notice.Style & ButtonsMask) == YesNo ? YesAnswer : OkAnswer;
 }
 
 void HearRow(Integer row) { Heard.Rows.push_back(row); }

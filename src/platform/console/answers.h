@@ -21,6 +21,7 @@ struct ShownDialog {
     std::string Proposal;
     std::string Directory;
     Integer Flags = 0;
+    std::vector<std::string> Places{};
 };
 
 struct ConsoleDialogs {
