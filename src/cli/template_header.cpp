@@ -15,7 +15,7 @@ bool IsUtf16(std::string_view bytes) {
 
 std::string FaultOfLine(const TemplateLine &line) {
     const bool begins = WithoutOddQuotes(line.Items[0]) == TemplateIdentifier;
-    const std::string slip = SlipOfRecord(line, "header");
+    std::string slip = SlipOfRecord(line, "header");
     if (!slip.empty() && (begins || IsComment(line) || line.Divider != ',')) return slip;
     if (!begins) return "it does not begin with " + Quoted(TemplateIdentifier);
     return "its second item does not begin with " + std::string(VersionIdentifier);
@@ -31,6 +31,6 @@ std::string WhyNoTemplate(const ItemInput &input) {
     return Sentence(FaultOfLine(line)) + '.';
 }
 
-std::string Sentence(std::string text) {
+std::string Sentence(const std::string &text) {
     return UpperCase(text.substr(0, 1)) + text.substr(std::min<std::size_t>(text.size(), 1));
 }

@@ -9,4 +9,4 @@
 std::string WhyNoTemplate(const ItemInput &input);
 
 // A sentence that began with a small letter because something may stand before it.
-std::string Sentence(std::string text);
+std::string Sentence(const std::string &text);

@@ -90,6 +90,7 @@ struct QuintaveForm {
     Control CommandReset = ButtonAt("CommandReset");
     Control CommandTemplate = ButtonAt("CommandTemplate");
     Control CommandQuit = ButtonAt("CommandQuit");
+    Control KeyList = ButtonAt("KeyList"); // stands nowhere: its key alone presses it
     Control CommandMoreHelp{.Type = Kind::Button, .Name = "CommandMoreHelp", .Enabled = false};
 
     // Instances of the selected field

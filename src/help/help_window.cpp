@@ -52,6 +52,13 @@ std::string_view TakeLine(std::string_view &text) {
     return line;
 }
 
+void OpenHelp() {
+    PlaceForm();
+    LoadState = CurrentField;
+    HelpForm_Resize();
+    OpenForm(Help.HelpForm, {&Help.HelpQuit, &Help.HelpText});
+}
+
 } // namespace
 
 void CommandMoreHelp_Click() {
@@ -62,10 +69,12 @@ void CommandMoreHelp_Click() {
         TellUnreadable(error.Number);
         return;
     }
-    PlaceForm();
-    LoadState = CurrentField;
-    HelpForm_Resize();
-    OpenForm(Help.HelpForm, {&Help.HelpQuit, &Help.HelpText});
+    OpenHelp();
+}
+
+void OpenHelpOn(std::string_view text) {
+    SetText(Help.HelpText, text, 0);
+    if (!IsOpen()) OpenHelp();
 }
 
 void FollowHelp() {

@@ -4,6 +4,7 @@
 #include "platform/controls.h"
 
 #include <string>
+#include <string_view>
 
 struct HelpWindow {
     Control HelpForm{.Type = Kind::Form, .Name = "HelpForm", .Caption = "Quintave Help", .Visible = false};
@@ -23,6 +24,9 @@ extern HelpWindow Help;
 // Event of CommandMoreHelp: opens the window on the file that the button's tag names; nothing while it is open. A file
 // that cannot be read gives its message, and no window opens.
 void CommandMoreHelp_Click();
+
+// Shows a text in the window, which opens where it is not open yet.
+void OpenHelpOn(std::string_view text);
 
 // Another field was selected: an open window shows its text, where it has one.
 void FollowHelp();

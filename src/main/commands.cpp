@@ -10,24 +10,39 @@
 #include "main/session.h"
 #include "main/start_up.h"
 #include "main/template_command.h"
+#include "model/field_model.h"
 #include "print/print_panel.h"
 #include "report/load_command.h"
 #include "report/save_command.h"
 #include "screen/command_keys.h"
 #include "screen/field_list.h"
 #include "screen/instances.h"
+#include "screen/selection.h"
 #include "screen/value_entry.h"
 
 #include <algorithm>
 #include <array>
-#include <vector>
+#include <map>
+#include <utility>
 
 namespace {
 
 void GrpCommands_Click() { SetFocus(Quintave.TblFldNum); }
 
+void KeyList_Click() {
+    constexpr std::size_t Column = 10;
+    std::string text = NL + "Keys";
+    bool inGroup = false;
+    for (const KeyLine &line : KeyLines()) {
+        if (line.InGroupOnly && !inGroup) text += NL + NL + "In a group";
+        inGroup = line.InGroupOnly;
+        text += NL + "  " + line.Key + std::string(Column - line.Key.size(), ' ') + line.Does;
+    }
+    OpenHelpOn(text);
+}
+
 constexpr std::array CommandTable{
-    Command{"CommandAdd", &Quintave.CommandAdd, "^Add/Open File",
+    Command{"CommandAdd", &Quintave.CommandAdd, OpenCaption,
             "Open a saved report, or merge one into what is on the screen", CommandAdd_Click},
     Command{"CommandTemplate", &Quintave.CommandTemplate, "^Field Template", "Work with another template",
             CommandTemplate_Click},
@@ -41,6 +56,7 @@ constexpr std::array CommandTable{
             CommandSaveAs_Click},
     Command{"CommandMoreHelp", &Quintave.CommandMoreHelp, "More Help", "Show the help text of this field",
             CommandMoreHelp_Click},
+    Command{"KeyList", &Quintave.KeyList, "", "Show the keys of all commands", KeyList_Click, false, false, F1Key},
     Command{"FIAdd", &Quintave.FIAdd, "Add", "Add an instance of this field", FIAdd_Click},
     Command{"FIDel", &Quintave.FIDel, "Delete", "Delete the instance that is shown", FIDel_Click},
     Command{"FldChange", &Quintave.FldChange[Bottom], "^Bottom", "Go to the last occurrence", FldChange_Click, true},
@@ -174,6 +190,19 @@ std::vector<Shortcut> Shortcuts() {
 } // namespace
 
 std::span<const Command> Commands() { return CommandTable; }
+
+std::vector<KeyLine> KeyLines() {
+    std::map<std::pair<bool, Integer>, KeyLine> sorted;
+    for (const Command &command : CommandTable) {
+        const Integer key = KeyOf(command);
+        const std::string name = key == F1Key ? "F1" : std::string(1, static_cast<char>(key));
+        if (key != 0)
+            sorted[{command.InGroupOnly, key}] = {"Ctrl+" + name, std::string(command.Hint), command.InGroupOnly};
+    }
+    std::vector<KeyLine> lines;
+    for (const auto &[key, line] : sorted) lines.push_back(line);
+    return lines;
+}
 
 void ConnectMainWindow() {
     static const std::vector<Connection> connections = AllConnections();

@@ -93,6 +93,7 @@ inline constexpr Integer EnterCode = 13;
 inline constexpr Integer PageUpKey = 33; // ... 40: page down, end, home and the four arrows
 inline constexpr Integer DownArrowKey = 40;
 inline constexpr Integer DeleteKey = 46;
+inline constexpr Integer F1Key = 368; // behind the codes of all keys that the program has always known
 inline constexpr Integer ShiftMask = 1;
 inline constexpr Integer CtrlMask = 2;
 inline constexpr Integer AltMask = 4;

@@ -123,9 +123,9 @@ void WriteElements(OutputFile &file) {
 void CheckLines(std::string_view value) {
     if (value.size() <= NL.size() * INT16_MAX) return; // too short for so many
     std::size_t lines = 1;
-    for (std::size_t i = 0; i < value.size(); ++i) {
-        if (value[i] == '|') lines = 1;
-        if (value[i] == '\n') ToInteger(++lines);
+    for (const char c : value) {
+        if (c == '|') lines = 1;
+        if (c == '\n') ToInteger(++lines);
     }
 }
 

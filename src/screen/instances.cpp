@@ -25,7 +25,7 @@ bool HasEntry(Integer element) { return !IsList(element) || ActiveChoices().List
 std::string EntryText(Integer element) {
     CommitPendingEdit();
     if (!IsList(element)) return ShownText();
-    const std::string choice = SelectedChoice();
+    std::string choice = SelectedChoice();
     if (IsClear(choice)) return "";
     if (!IsOther(choice)) return choice;
     return OtherBox(ActiveList).Visible ? OtherBox(ActiveList).Text : ShownText();

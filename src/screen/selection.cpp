@@ -8,13 +8,6 @@
 #include "report/choice_matching.h"
 #include "screen/instance_text.h"
 
-namespace {
-
-constexpr std::string_view OpenCaption = "^Add/Open File";
-constexpr std::string_view MergeCaption = "^Add/Merge File";
-
-} // namespace
-
 Control &ActiveRows() { return Quintave.List1.at(static_cast<std::size_t>(ActiveList)); }
 
 Control &ActiveChoices() { return Quintave.List2.at(static_cast<std::size_t>(ActiveList)); }

@@ -35,6 +35,8 @@ Integer FindChoice(std::string_view text);
 void MarkChanged();
 
 // What the next report does to the entries, as the caption of CommandAdd: it is merged into some, or opened.
+inline constexpr std::string_view OpenCaption = "^Add/Open File";
+inline constexpr std::string_view MergeCaption = "^Add/Merge File";
 void OfferMerge(bool merges);
 
 // Selects the row below the selected one; none below the last.

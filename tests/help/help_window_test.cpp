@@ -215,3 +215,22 @@ TEST_F(HelpTest, AMissingFileOfAnotherRowEmptiesTheOpenWindowWithoutAMessage) {
     EXPECT_EQ(Help.HelpText.Text, "");
     EXPECT_EQ(MessageCount(), before);
 }
+
+TEST_F(HelpTest, CtrlF1ListsTheKeysOfAllCommands) {
+    EXPECT_FALSE(UserKeyDown(*Focused(), F1Key, CtrlMask)); // the toolkit has nothing to do with it
+    ExpectOpen(true);
+    EXPECT_THAT(Help.HelpText.Text, testing::HasSubstr("\r\n  Ctrl+S    Save the report\r\n  Ctrl+F1   Show the keys"));
+    EXPECT_THAT(Help.HelpText.Text,
+                testing::HasSubstr("\r\n\r\nIn a group\r\n  Ctrl+B    Go to the last occurrence\r\n"));
+    Press(Help.HelpQuit);
+    ExpectOpen(false);
+    UserKeyDown(*Focused(), F1Key, 0); // without Ctrl it is no command's
+    ExpectOpen(false);
+}
+
+TEST_F(HelpTest, CtrlF1TakesTheWindowThatIsOpen) {
+    Press(Quintave.CommandMoreHelp);
+    UserKeyDown(*Focused(), F1Key, CtrlMask);
+    ExpectOpen(true);
+    EXPECT_THAT(Help.HelpText.Text, testing::StartsWith("\r\nKeys\r\n  Ctrl+A    Open a saved report"));
+}

@@ -87,3 +87,17 @@ TEST_F(HelpWindows, ItClosesWithTheMainWindow) {
     QCoreApplication::processEvents();
     EXPECT_EQ(Window(), nullptr);
 }
+
+TEST_F(HelpWindows, CtrlF1ShowsTheKeysFromAListAndFromABox) {
+    Window()->close();
+    ASSERT_EQ(Window(), nullptr);
+    QTest::keyClick(&Fields(), Qt::Key_F1, Qt::ControlModifier);
+    ASSERT_NE(Window(), nullptr);
+    EXPECT_TRUE(Text().toPlainText().contains("\n  Ctrl+S    Save the report\n"));
+    Window()->close();
+    DoubleClickRow(Fields(), 0);
+    QTest::keyClicks(&Named("Text1_1"), "typed");
+    QTest::keyClick(&Named("Text1_1"), Qt::Key_F1, Qt::ControlModifier);
+    ASSERT_NE(Window(), nullptr);
+    EXPECT_EQ(RowValue[0], "typed"); // a command commits the edit first
+}

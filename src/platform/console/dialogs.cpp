@@ -15,7 +15,8 @@ template <class T> T Next(std::deque<T> &given, T otherwise) {
 }
 
 void ShowDialog(CommonDialog &dialog) {
-    Dialogs.Asked.push_back({dialog.Title, dialog.Filter, dialog.FileName, dialog.InitDir, dialog.Flags, dialog.Places});
+    Dialogs.Asked.push_back(
+        {dialog.Title, dialog.Filter, dialog.FileName, dialog.InitDir, dialog.Flags, dialog.Places});
     const Integer error = Next(Dialogs.DialogErrors, Integer{0});
     if (error != 0) throw RuntimeError{error};
     dialog.FileName = Next(Dialogs.Texts, std::string());

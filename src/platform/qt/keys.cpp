@@ -72,6 +72,7 @@ Integer KeyCodeOf(const QKeyEvent &event) {
     case Qt::Key_Right: return PageUpKey + 6;
     case Qt::Key_Down: return DownArrowKey;
     case Qt::Key_Delete: return DeleteKey;
+    case Qt::Key_F1: return F1Key;
     default: return OtherKey;
     }
 }
