@@ -200,6 +200,7 @@ std::vector<KeyLine> KeyLines() {
             sorted[{command.InGroupOnly, key}] = {"Ctrl+" + name, std::string(command.Hint), command.InGroupOnly};
     }
     std::vector<KeyLine> lines;
+    lines.reserve(sorted.size());
     for (const auto &[key, line] : sorted) lines.push_back(line);
     return lines;
 }
