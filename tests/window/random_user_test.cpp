@@ -311,8 +311,13 @@ protected:
     }
 
     static std::string ShownBytesOneLine(const std::string &bytes) {
-        // The code page and Latin 1 agree on all that these users type but the euro sign.
-        return ShownBytes(bytes).replace("\r\n", " ").replace(QChar(0x80), QChar(0x20AC)).toStdString();
+        // The code page and Latin 1 agree on all that these users type but the euro sign. A row may be cut in a line
+        // break.
+        return ShownBytes(bytes)
+            .replace("\r\n", " ")
+            .replace('\r', ' ')
+            .replace(QChar(0x80), QChar(0x20AC))
+            .toStdString();
     }
 
     void CheckGroup() const {
