@@ -215,7 +215,9 @@ class Desk:
     def _situation(self):
         try:
             focus, box = self.focused(), self.message()
-            return (f"windows {self.windows()}; focus on {f'{focus.role} {focus.name!r}' if focus else 'nothing'}; "
+            active = [window.name for window in self._windows() if "active" in window.states]
+            return (f"windows {self.windows()}, active {active}, keys go to process {self._focus_pid()}; "
+                    f"focus on {f'{focus.role} {focus.name!r}' if focus else 'nothing'}; "
                     f"{box if box else 'no message box'}")
         except (Gone, AttributeError):
             return "no window answers"
@@ -273,10 +275,10 @@ class Desk:
     def _take_keys(self):
         """Waits until the program has the keys.
 
-        When two windows close at once, the window manager may lose its way and leave the keys with none; then the
-        newest window gets them back, as by a user's click on it.
+        When windows open and close at once, the window manager may lose its way and leave the keys with none or with
+        the wrong one; then the newest window gets them back, as by a user's click on it.
         """
-        if self.running() and not wait_until(self._ready, 2) and not self._focus_pid():
+        if self.running() and not wait_until(self._ready, 2):
             self.activate()
         self.wait_for(self._has_keys, "a window of the program that takes keys")
 
