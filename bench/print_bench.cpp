@@ -38,7 +38,7 @@ void CountBytes(benchmark::State &state) {
 void ReadRecords(benchmark::State &state) {
     StartOnReport();
     for ([[maybe_unused]] auto turn : state) {
-        ItemInput input = OpenItems(Folder() + "LONG.RPX");
+        ItemInput input = OpenReportText(Folder() + "LONG.RPX");
         if (!ReadReportHeader(input)) throw std::runtime_error("header");
         ReportRecord record;
         int count = 0;

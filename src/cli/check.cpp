@@ -5,9 +5,12 @@
 #include "cli/messages.h"
 #include "cli/options.h"
 #include "cli/rooms.h"
+#include "model/cells.h"
 #include "model/field_model.h"
 #include "model/field_tables.h"
 #include "model/store.h"
+#include "model/text_files.h"
+#include "platform/characters.h"
 #include "platform/codepage.h"
 #include "report/notices.h"
 #include "report/reader.h"
@@ -49,7 +52,7 @@ bool IsRequired(Integer element, const std::vector<std::string> &words) {
     return std::any_of(words.begin(), words.end(), [&](const std::string &word) {
         if (!help.starts_with(word)) return false;
         // The word must end there: neither a letter nor a digit follows. A letter has two cases.
-        const std::string behind = help.substr(word.size(), 1);
+        const std::string behind(FirstCharacters(help.substr(word.size()), 1));
         return behind == LowerCase(behind) && (behind.empty() || behind[0] < '0' || behind[0] > '9');
     });
 }
@@ -61,19 +64,19 @@ void TellEmpty(Integer element, const std::string &where) {
 
 // The members of each occurrence that holds anything; of a group without any, the group itself.
 void TellEmptyMembers(Integer head, const std::vector<std::string> &words) {
-    std::string cells;
-    const GroupCounts counts = ReadStore(head, cells);
+    Cells cells;
+    ReadStore(head, cells);
     if (IsBlank(cells)) {
         if (IsRequired(head, words)) TellEmpty(head, "");
         return;
     }
-    const auto length = static_cast<std::size_t>(counts.Items);
-    for (std::size_t k = 0; k * length < cells.size(); ++k) {
-        const std::string_view occurrence = std::string_view(cells).substr(k * length, length);
-        if (IsBlank(occurrence)) continue;
-        for (const Member &m : Members(head))
-            if (IsRequired(m.Element, words) && IsBlank(occurrence.substr(m.First, m.Cells)))
-                TellEmpty(m.Element, ", occurrence " + std::to_string(k + 1) + ",");
+    const GroupMembers &members = Members(head);
+    std::string room;
+    for (std::size_t k = 0; k < CountIn(cells); ++k) {
+        if (IsBlank(OccurrenceIn(cells, members, k))) continue;
+        for (std::size_t i = 0; i < members.size(); ++i)
+            if (IsRequired(members[i].Element, words) && IsBlank(MemberIn(cells, members, k, i, room)))
+                TellEmpty(members[i].Element, ", occurrence " + std::to_string(k + 1) + ",");
     }
 }
 
@@ -91,7 +94,7 @@ void CheckReport(const std::string &path, const std::vector<std::string> &words)
     const Integer fault = FaultOf([&] {
         ClearEntries();
         const std::string bytes = ReadInput(path);
-        ItemInput report = ItemsOf(bytes);
+        ItemInput report = ReportText(bytes);
         SplitPath(path, ReportFileDir, ReportFileName);
         const LoadResult result = ReadReport(report, Findings);
         if (const long line = CuttingLine(bytes); line != 0) TellFound(line, CutByEndMark);
@@ -109,7 +112,7 @@ std::vector<std::string> WantedWords(const Arguments &arguments) {
     if (given == arguments.Given.end()) return words;
     for (const std::string &word : given->second) {
         if (word.empty()) throw UsageError{"--require needs a word"};
-        words.push_back(UpperCase(FromUtf8(word)));
+        words.push_back(UpperCase(NameText(word)));
     }
     return words;
 }

@@ -9,12 +9,11 @@
 #include "cli/template_walk.h"
 #include "model/field_model.h"
 #include "model/template_reader.h"
-#include "platform/codepage.h"
+#include "model/text_files.h"
 
 #include <algorithm>
 #include <map>
 #include <optional>
-#include <set>
 #include <vector>
 
 namespace {
@@ -63,27 +62,12 @@ void CheckLoad(const std::string &path, const ItemInput &input, TemplateWalk &wa
         walk.Faults.push_back({line, "the template cannot be read to its end", walk.Refusal});
 }
 
-// The line of the first character that is UTF-8, but for lines where a fault is told of their items; 0 where there is
-// none, or where other bytes show that it is not.
-long Utf8Line(std::string_view bytes, const TemplateWalk &walk) {
-    if (Characters(bytes).find(U'\uFFFD') != std::u32string::npos) return 0;
-    std::set<long> told;
-    for (const TemplateFault &fault : walk.Faults)
-        if (fault.Astray) told.insert(fault.Line);
-    LinePlace counted;
-    for (std::size_t at = 0; at < bytes.size(); ++at) {
-        if (static_cast<unsigned char>(bytes[at]) < 128) continue;
-        if (const long line = LineAt(counted, bytes, at); !told.contains(line)) return line;
-    }
-    return 0;
-}
-
 void CheckBytes(const std::string &bytes, const ItemInput &input, TemplateWalk &walk) {
     if (const long line = CuttingLine(bytes); line != 0) walk.Faults.push_back({line, std::string(CutByEndMark)});
     if (walk.WrongHeader) return;
-    if (const long line = Utf8Line(input.Bytes, walk); line != 0)
+    if (const long line = LineNotUtf8(input); line != 0)
         walk.Faults.push_back(
-            {line, "This is UTF-8, but is read as Windows-1252: one character comes out as two or more"});
+            {line, "The template says that it is UTF-8, and here it is not: what is none is read as Windows-1252"});
 }
 
 std::string TextOf(const TemplateFault &fault, bool refused) {
@@ -113,7 +97,7 @@ int CheckOne(const std::string &path) {
     TemplateWalk walk;
     const Integer error = FaultOf([&] {
         const std::string bytes = ReadInput(path);
-        const ItemInput input = ItemsOf(bytes);
+        const ItemInput input = TemplateText(bytes);
         const std::optional<DirectoryNames> beside = NamesBeside(path);
         walk = WalkTemplate(input, beside ? &*beside : nullptr);
         CheckBytes(bytes, input, walk);

@@ -20,6 +20,7 @@ constexpr std::array PrintOptionTable{
     Option{"mode", 'm', "MODE", "indents: none, titles, data or raw (none)"},
     Option{"indent", 'i', "N", "column of the data in the modes none and titles, 0 to 60 (0)"},
     Option{"separator", 's', "TEXT", "what stands between title and data ('| ')"},
+    Option{"encoding", 'e', "NAME", "utf-8 or windows-1252 (windows-1252 where it suffices)"},
     Option{"below", 'b', "", "data start on the line below their title"},
     Option{"template", 't', "NAME", "template named in the header line (the report's own)"},
 };

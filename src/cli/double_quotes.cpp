@@ -1,6 +1,7 @@
 // Finding values that hold a double quote (double_quotes.h).
 #include "cli/double_quotes.h"
 
+#include "model/cells.h"
 #include "model/field_model.h"
 #include "model/store.h"
 #include "report/records.h"
@@ -20,12 +21,14 @@ void AddHolder(Holders &holders, Integer element, std::string_view value) {
 }
 
 void AddMembers(Holders &holders, Integer head) {
-    std::string cells;
-    const auto length = static_cast<std::size_t>(ReadStore(head, cells).Items);
-    if (cells.find('"') == std::string::npos) return;
-    for (std::size_t first = 0; first < cells.size(); first += length)
-        for (const Member &m : Members(head))
-            AddHolder(holders, m.Element, std::string_view(cells).substr(first + m.First, m.Cells));
+    Cells cells;
+    ReadStore(head, cells);
+    if (cells.Bytes.find('"') == std::string::npos) return;
+    const GroupMembers &members = Members(head);
+    std::string room;
+    for (std::size_t k = 0; k < CountIn(cells); ++k)
+        for (std::size_t i = 0; i < members.size(); ++i)
+            AddHolder(holders, members[i].Element, MemberIn(cells, members, k, i, room));
 }
 
 Holders FindHolders() {

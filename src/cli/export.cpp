@@ -5,7 +5,6 @@
 #include "cli/messages.h"
 #include "cli/options.h"
 #include "cli/report_events.h"
-#include "platform/codepage.h"
 
 #include <algorithm>
 #include <array>
@@ -25,9 +24,9 @@ constexpr std::array<Format, 4> Formats{
 } // namespace
 
 std::string ExportedText(std::string_view text) {
-    std::string bytes(text);
-    std::erase(bytes, '\r'); // every line break is a pair
-    return ToUtf8(bytes);
+    std::string lines(text);
+    std::erase(lines, '\r'); // every line break is a pair
+    return lines;
 }
 
 std::string Indented(std::size_t depth) { return std::string(std::min(2 * depth, DeepestIndent), ' '); }

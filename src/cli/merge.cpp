@@ -6,6 +6,7 @@
 #include "cli/options.h"
 #include "cli/rooms.h"
 #include "model/field_model.h"
+#include "model/text_files.h"
 #include "platform/files.h"
 #include "report/notices.h"
 #include "report/reader.h"
@@ -51,7 +52,7 @@ bool LoadOne(const std::string &path) {
     SplitPath(path, ReportFileDir, ReportFileName);
     LoadResult result = LoadResult::Refused;
     const Integer fault = FaultOf([&] {
-        ItemInput report = ItemsOf(ReadInput(path));
+        ItemInput report = ReportText(ReadInput(path));
         result = ReadReport(report, Messages);
         TellDoubleQuotes(report);
     });

@@ -2,7 +2,6 @@
 #include "cli/messages.h"
 
 #include "cli/options.h"
-#include "platform/codepage.h"
 
 #include <chrono>
 #include <cstdio>
@@ -50,7 +49,7 @@ std::string OneLine(std::string_view text) {
         blank = isBlank;
     }
     if (line.ends_with(' ')) line.pop_back();
-    return ToUtf8(line);
+    return line;
 }
 
 void WriteResult(std::string_view utf8) {

@@ -4,6 +4,7 @@
 #include "cli/messages.h"
 #include "cli/options.h"
 #include "cli/rooms.h"
+#include "model/text_files.h"
 #include "platform/codepage.h"
 #include "platform/files.h"
 #include "print/report_layout.h"
@@ -40,12 +41,21 @@ int DataIndentOf(const std::string &text) {
     return indent;
 }
 
+PrintEncoding EncodingOf(const Arguments &arguments) {
+    if (!arguments.Has("encoding")) return PrintEncoding::WhatSuffices;
+    const std::string name = arguments.Last("encoding");
+    if (name == "utf-8") return PrintEncoding::Utf8;
+    if (name == "windows-1252") return PrintEncoding::CodePage;
+    throw UsageError{"--encoding is utf-8 or windows-1252, not '" + name + "'"};
+}
+
 PrintOptions OptionsOf(const Arguments &arguments) {
     PrintOptions options;
     options.Indent = IndentsOf(arguments.Last("mode", "none"));
     options.DataIndent = DataIndentOf(arguments.Last("indent", "0"));
-    options.Separator = FromUtf8(arguments.Last("separator", "| "));
+    options.Separator = NameText(arguments.Last("separator", "| "));
     options.Below = arguments.Has("below");
+    options.As = EncodingOf(arguments);
     return options;
 }
 
@@ -59,7 +69,7 @@ void SetNames(PrintOptions &options, const Arguments &arguments, ItemInput input
     std::string named;
     ReadReportHeader(input, &named);
     options.Label = ReportLabel(name);
-    options.Heading = ReportHeading(arguments.Last("template", ToUtf8(named)), options.Label);
+    options.Heading = ReportHeading(arguments.Last("template", named), options.Label);
 }
 
 } // namespace
@@ -69,7 +79,7 @@ int PrintReport(const Arguments &arguments) {
     const std::string output = arguments.Last("output");
     PrintOptions options = OptionsOf(arguments);
     ItemInput input;
-    if (const Integer fault = FaultOf([&] { input = ItemsOf(ReadInput(report)); }); fault != 0)
+    if (const Integer fault = FaultOf([&] { input = ReportText(ReadInput(report)); }); fault != 0)
         return TellFileError(report, fault);
     SetNames(options, arguments, input);
     const bool isReport = ReadReportHeader(input);

@@ -3,6 +3,7 @@
 
 #include "cli/files.h"
 #include "cli/messages.h"
+#include "model/text_files.h"
 #include "report/records.h"
 
 namespace {
@@ -96,7 +97,7 @@ bool ReadReportEvents(const std::string &path, ReportEvents &report) {
     std::size_t recordAt = 0;
     bool isReport = false;
     const Integer fault = FaultOf([&] {
-        input = ItemsOf(ReadInput(path));
+        input = ReportText(ReadInput(path));
         isReport = ReadReportHeader(input, &report.Template);
         Reading reading{report.Events};
         if (isReport) ReadRecords(input, recordAt, reading);

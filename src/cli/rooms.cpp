@@ -7,6 +7,7 @@
 #include "model/field_model.h"
 #include "model/field_tables.h"
 #include "model/template_reader.h"
+#include "model/text_files.h"
 #include "model/work_files.h"
 #include "platform/files.h"
 #include "report/choice_matching.h"
@@ -24,7 +25,7 @@ constexpr int MostTitles = 20; // in a path that is told
 std::string LoadTemplate(const std::string &path, const std::string &bytes) {
     HoldWorkFiles();
     SplitPath(path, TemplateDir, TemplateName);
-    ItemInput input = ItemsOf(bytes);
+    ItemInput input = TemplateText(bytes);
     std::string suffix;
     if (!ReadTemplateHeader(input, suffix)) return std::string(WrongHeaderText);
     input.At = 0;

@@ -6,7 +6,7 @@
 #include "model/field_model.h"
 #include "model/row_text.h"
 #include "model/template_reader.h"
-#include "platform/codepage.h"
+#include "platform/characters.h"
 #include "report/choice_matching.h"
 
 #include <algorithm>
@@ -68,7 +68,7 @@ std::string MeantFor(const std::string &choice) {
         return "the one that empties the field reads <RESET/CLEAR FIELD ENTRY>";
     constexpr std::string_view Open = "OTHER";
     const bool mayBeAny = text == Open && Trim(choice) != text; // Other is a word like any other
-    const bool isOpen = text.starts_with(Open) && text.find_first_not_of(". \x85", Open.size()) == std::string::npos;
+    const bool isOpen = text.starts_with(Open) && text.find_first_not_of(". \u2026", Open.size()) == std::string::npos;
     return isOpen && !mayBeAny ? "the one that opens a box reads OTHER..." : "";
 }
 
@@ -81,10 +81,10 @@ void CheckChoice(Walk &walk, const Record &record, long line, std::string choice
         Tell(walk, line, "This is a choice like any other: " + meant);
         return;
     }
-    if (record.Kind > 1 && choice.size() > static_cast<std::size_t>(record.Kind))
+    if (record.Kind > 1 && Length(choice) > static_cast<std::size_t>(record.Kind))
         Tell(walk, line,
              "The choice is longer than the " + std::to_string(record.Kind) + " characters of its field: " + choice);
-    if (choice.empty() || choice[0] == ' ' || UpperCase(choice.substr(0, 1)) != choice.substr(0, 1))
+    if (choice.empty() || choice[0] == ' ' || UpperCase(FirstCharacters(choice, 1)) != FirstCharacters(choice, 1))
         Tell(walk, line, "No letter reaches the choice, because it does not begin with a capital: " + choice);
 }
 
@@ -180,10 +180,10 @@ void WalkGroupEnd(Walk &walk, const Record &record) {
 
 // What a title is too long for; "" for nothing.
 std::string TooLongFor(const Record &record) {
-    const bool isCut = record.Title.size() > TitleLength;
+    const bool isCut = Columns(record.Title) > TitleLength;
     std::string text = isCut ? "The title has more than 26 characters and is shown as " + FitTitle(record.Title) : "";
     const auto level = static_cast<std::size_t>(std::abs(record.Level));
-    const std::size_t alone = record.Title.size() + LongestSeparator;
+    const std::size_t alone = Columns(record.Title) + LongestSeparator;
     const std::size_t indent = level > 0 ? (level - 1) * IndentPerLevel : 0;
     if (alone + indent <= PageColumns || level > LargestLevel) return text;
     text += isCut ? ", and too long for a page" : "The title is too long for a page";

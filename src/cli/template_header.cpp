@@ -3,13 +3,14 @@
 
 #include "cli/template_lines.h"
 #include "model/template_reader.h"
-#include "platform/codepage.h"
+#include "model/text_files.h"
+#include "platform/characters.h"
 
 namespace {
 
 // Every second byte of such a text is 0, or a mark tells.
 bool IsUtf16(std::string_view bytes) {
-    return bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF") ||
+    return bytes.starts_with("\u00FF\u00FE") || bytes.starts_with("\u00FE\u00FF") ||
            bytes.substr(0, TemplateIdentifier.size()).find('\0') != std::string_view::npos;
 }
 
@@ -24,7 +25,7 @@ std::string FaultOfLine(const TemplateLine &line) {
 } // namespace
 
 std::string WhyNoTemplate(const ItemInput &input) {
-    if (IsUtf16(input.Bytes)) return "It is UTF-16, and not Windows-1252.";
+    if (IsUtf16(input.Bytes)) return "It is UTF-16, and neither UTF-8 nor Windows-1252.";
     TemplateLines lines{{input.Bytes}};
     TemplateLine line;
     if (!NextLine(lines, line)) return "It is empty.";
@@ -32,5 +33,6 @@ std::string WhyNoTemplate(const ItemInput &input) {
 }
 
 std::string Sentence(const std::string &text) {
-    return UpperCase(text.substr(0, 1)) + text.substr(std::min<std::size_t>(text.size(), 1));
+    const std::string_view first = FirstCharacters(text, 1);
+    return UpperCase(first) + text.substr(first.size());
 }

@@ -2,7 +2,7 @@
 #include "cli/template_lines.h"
 
 #include "model/template_reader.h"
-#include "platform/codepage.h"
+#include "platform/characters.h"
 
 #include <algorithm>
 #include <array>
@@ -65,12 +65,10 @@ Division Divide(std::string_view text, char divider, bool soundOnly) {
     return line;
 }
 
-// The marks that editors and languages use for quotes, in Windows-1252 and in UTF-8.
-constexpr std::array<std::string_view, 11> OddQuotes{"\x84",         "\x93",         "\x94",         "\xAB",
-                                                     "\xBB",         "\xE2\x80\x9C", "\xE2\x80\x9D", "\xE2\x80\x9E",
-                                                     "\xE2\x80\x9F", "\xC2\xAB",     "\xC2\xBB"};
+// The marks that editors and languages use for quotes.
+constexpr std::array<std::string_view, 6> OddQuotes{"\u201C", "\u201D", "\u201E", "\u201F", "\u00AB", "\u00BB"};
 // These may also begin a word, as an apostrophe.
-constexpr std::array<std::string_view, 5> SingleQuotes{"'", "\x91", "\x92", "\xE2\x80\x98", "\xE2\x80\x99"};
+constexpr std::array<std::string_view, 3> SingleQuotes{"'", "\u2018", "\u2019"};
 
 // The length of the mark that an item begins or ends with; 0 for none.
 template <std::size_t Count>

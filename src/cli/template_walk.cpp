@@ -6,7 +6,7 @@
 #include "cli/template_header.h"
 #include "cli/template_lines.h"
 #include "model/template_reader.h"
-#include "platform/codepage.h"
+#include "platform/characters.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,6 +1,7 @@
 // The store of the open group (open_store.h).
 #include "groups/open_store.h"
 
+#include "model/cells.h"
 #include "model/field_model.h"
 #include "model/store.h"
 #include "model/work_files.h"
@@ -16,21 +17,47 @@ BinaryFile OpenFile;
 std::string OpenPath;
 Integer OpenHead = 0;
 
+// How the file has its occurrences.
+StoreLayout Layout;
+
 // GroupItems() as the store has it.
-std::string StoredItems;
+Cells StoredItems;
 
 constexpr long BlockBytes = 1L << 20; // copied at a time, so that the largest store needs no more memory than this
 
-long PositionOf(long occurrence) { return occurrence * GroupRecordLength + GroupHeader + 1; }
+const GroupMembers &OpenMembers() { return Members(OpenHead); }
+
+long PositionOf(long occurrence) {
+    return occurrence * static_cast<long>(Layout.Record) + static_cast<long>(Layout.Bytes) + 1;
+}
+
+std::string HeaderBytes(Integer count) {
+    StoreLayout header = Layout;
+    header.Occurrences = count;
+    return BytesOf(header);
+}
 
 // The loaded occurrence is this one, as the store has it.
-void Hold(const std::string &items, Integer index) {
-    GroupItems = " " + items;
-    StoredItems = GroupItems;
+void Hold(const Cells &items, Integer index) {
+    GroupItems = items;
+    StoredItems = items;
     GroupLoadedOccurrence = index;
 }
 
-std::string BlankRecord() { return std::string(static_cast<std::size_t>(GroupRecordLength), ' '); }
+Cells BlankItems() { return BlankCells(static_cast<std::size_t>(GroupItemCount)); }
+
+// An occurrence as the file has it, or longer than its layout has room for.
+std::string RecordOf(const Cells &items) {
+    Cells record = items;
+    if (Layout.Wide) Widen(record, OpenMembers(), Layout.Record);
+    return record.Bytes;
+}
+
+Cells ItemsAt(long occurrence) {
+    return OccurrenceIn(
+        {Layout.Record, Layout.Wide, OpenFile.Read(PositionOf(occurrence), static_cast<long>(Layout.Record))},
+        OpenMembers(), 0);
+}
 
 // Bytes of the store from a position up to, not including, another.
 struct Range {
@@ -67,7 +94,7 @@ void RewriteStore(Integer count, Range before, std::string_view between, Range b
     const Range rest{PositionOf(count), OpenFile.Size() + 1};
     BinaryFile rewritten;
     const auto writeAll = [&](OutputFile &file) {
-        file.Write(GroupStoreHeader(GroupItemCount, count));
+        file.Write(HeaderBytes(count));
         CopyRanges(file, {before});
         file.Write(between);
         CopyRanges(file, {behind, rest});
@@ -78,11 +105,35 @@ void RewriteStore(Integer count, Range before, std::string_view between, Range b
     NoteStoreChange(OpenHead);
 }
 
+// All occurrences as they are, and the loaded one as it shall be, in the layout that they need together.
+void ChangeLayout(const Cells &items) {
+    const long bytes = static_cast<long>(Layout.Record) * GroupOccurrenceCount;
+    Cells all{Layout.Record, Layout.Wide, OpenFile.Read(PositionOf(0), bytes)};
+    PutOccurrence(all, OpenMembers(), static_cast<std::size_t>(GroupLoadedOccurrence), items);
+    Narrow(all, OpenMembers());
+    const StoreLayout changed{Layout.Items, GroupOccurrenceCount, all.Wide, all.Record,
+                              all.Wide ? LongestStoreHead : StoreLayout{}.Bytes};
+    BinaryFile rewritten;
+    const auto writeAll = [&](OutputFile &file) {
+        file.Write(BytesOf(changed));
+        file.Write(all.Bytes);
+    };
+    RewriteStoreFile(OpenPath, writeAll, rewritten);
+    OpenFile.Swap(rewritten);
+    Layout = changed;
+}
+
 // In the place of the loaded occurrence, and in hand once it is there.
-void PutOccurrence(const std::string &items) {
+void PutItems(const Cells &items) {
     NeedStore();
-    OpenFile.Write(PositionOf(GroupLoadedOccurrence), items);
-    const std::string stored = StoredItems;
+    const std::string record = RecordOf(items);
+    const bool hasRoom = record.size() == Layout.Record && (Layout.Wide || !items.Wide);
+    const bool mayBeNarrow = Layout.Wide && StoredItems.Wide && !items.Wide;
+    if (hasRoom && !mayBeNarrow)
+        OpenFile.Write(PositionOf(GroupLoadedOccurrence), record);
+    else
+        ChangeLayout(items);
+    const Cells stored = StoredItems;
     Hold(items, GroupLoadedOccurrence);
     if (GroupItems != stored) NoteStoreChange(OpenHead);
 }
@@ -93,40 +144,44 @@ void OpenStore(Integer head) {
     OpenPath = ResourceDir + GroupFileName(head);
     OpenHead = head;
     OpenFile.Open(OpenPath);
-    const GroupCounts counts = CountsIn(OpenFile.Read(1, std::min<long>(OpenFile.Size(), GroupHeader)), head);
-    GroupItemCount = counts.Items;
-    GroupRecordLength = counts.Items;
-    GroupOccurrenceCount = std::max<Integer>(counts.Occurrences, 1);
-    if (counts.Occurrences < 1) OpenFile.Write(1, GroupStoreHeader(GroupItemCount, GroupOccurrenceCount));
+    Layout = LayoutIn(OpenFile.Read(1, std::min<long>(OpenFile.Size(), LongestStoreHead)), head);
+    GroupItemCount = Layout.Items;
+    GroupRecordLength = Layout.Items;
+    GroupOccurrenceCount = std::max<Integer>(Layout.Occurrences, 1);
+    if (Layout.Occurrences < 1) OpenFile.Write(1, HeaderBytes(GroupOccurrenceCount));
 }
 
 void CloseStore() { OpenFile.Close(); }
 
-void WriteOccurrence() { PutOccurrence(GroupItems.substr(1)); }
+void WriteOccurrence() { PutItems(GroupItems); }
 
-void BlankOccurrence() { PutOccurrence(BlankRecord()); }
+void BlankOccurrence() { PutItems(BlankItems()); }
 
-void ReadOccurrence(Integer index) { Hold(OpenFile.Read(PositionOf(index), GroupItemCount), index); }
+void ReadOccurrence(Integer index) { Hold(ItemsAt(index), index); }
 
 void AppendBlankOccurrence() {
     const Integer count = ToInteger(GroupOccurrenceCount + 1);
     NeedStore();
-    OpenFile.Write(PositionOf(GroupOccurrenceCount), BlankRecord());
-    OpenFile.Write(1, GroupStoreHeader(GroupItemCount, count));
+    OpenFile.Write(PositionOf(GroupOccurrenceCount), RecordOf(BlankItems()));
+    OpenFile.Write(1, HeaderBytes(count));
     GroupOccurrenceCount = count;
     NoteStoreChange(OpenHead);
 }
 
 void InsertBlankOccurrence(Integer at) {
     const Integer count = ToInteger(GroupOccurrenceCount + 1);
-    RewriteStore(count, {PositionOf(0), PositionOf(at)}, BlankRecord(), {PositionOf(at), PositionOf(count - 1)});
-    Hold(BlankRecord(), at);
+    RewriteStore(count, {PositionOf(0), PositionOf(at)}, RecordOf(BlankItems()),
+                 {PositionOf(at), PositionOf(count - 1)});
+    Hold(BlankItems(), at);
 }
 
 void RemoveOccurrence(Integer at) {
     const Integer count = ToInteger(GroupOccurrenceCount - 1);
     // The one in hand from now on is read while nothing has changed yet: later it could not be put right.
-    const std::string items = OpenFile.Read(PositionOf(at == 0 ? 1 : at - 1), GroupItemCount);
+    const Cells items = ItemsAt(at == 0 ? 1 : at - 1);
+    const bool wide = StoredItems.Wide;
     RewriteStore(count, {PositionOf(0), PositionOf(at)}, "", {PositionOf(at + 1L), PositionOf(count + 1L)});
     Hold(items, std::max<Integer>(ToInteger(at - 1), 0));
+    // The store is whole as it is: one that cannot be narrow now is at the next change.
+    if (wide && !items.Wide) FaultOf([&] { ChangeLayout(items); });
 }

@@ -3,6 +3,7 @@
 
 #include "form/main_window.h"
 #include "model/field_model.h"
+#include "model/text_files.h"
 #include "platform/codepage.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
@@ -89,7 +90,7 @@ void FollowHelp() {
 
 void ShowHelp(const std::string &fileName) {
     SetText(Help.HelpText, "", 0);
-    const std::string bytes = ReadFile(fileName);
+    const std::string bytes = PlainText(ReadFile(fileName));
     std::string text;
     for (std::string_view rest = bytes; !rest.empty();) {
         text += NL;

@@ -108,6 +108,7 @@ constexpr std::array Others{
     Connection{"List2", Event::KeyDown, List2_KeyDown},
     Connection{"List2", Event::KeyPress, List2_KeyPress},
     Connection{"List2", Event::MouseDown, List2_MouseDown},
+    Connection{"List2", Event::ForeignKey, List2_ForeignKey},
     Connection{"PrintIndent", Event::LostFocus, PrintIndent_LostFocus},
     Connection{"PrintIndent", Event::KeyPress, PrintIndent_KeyPress},
     Connection{"RecoveryTimer", Event::Timer, RecoveryTimer_Timer},
@@ -120,15 +121,13 @@ constexpr std::array Others{
     Connection{"Text1", Event::LostFocus, Text1_LostFocus},
     Connection{"Text1", Event::KeyDown, Text1_KeyDown},
     Connection{"Text1", Event::KeyPress, Text1_KeyPress},
-    Connection{"Text1", Event::ForeignKey, Box_ForeignKey},
-    Connection{"Text1", Event::ForeignPaste, Box_ForeignPaste},
+    Connection{"Text1", Event::Pasted, Box_Pasted},
     Connection{"Text2", Event::Change, Text2_Change},
     Connection{"Text2", Event::GotFocus, Text2_GotFocus},
     Connection{"Text2", Event::LostFocus, Text2_LostFocus},
     Connection{"Text2", Event::KeyDown, Text2_KeyDown},
     Connection{"Text2", Event::KeyPress, Text2_KeyPress},
-    Connection{"Text2", Event::ForeignKey, Box_ForeignKey},
-    Connection{"Text2", Event::ForeignPaste, Box_ForeignPaste},
+    Connection{"Text2", Event::Pasted, Box_Pasted},
     Connection{"Timer1", Event::Timer, Timer1_Timer},
 };
 
@@ -159,7 +158,8 @@ constexpr bool TakesItsArguments(const Connection &c) {
     switch (c.On) {
     case Event::KeyDown: return std::holds_alternative<KeyDownHandler>(c.Run);
     case Event::KeyPress: return std::holds_alternative<KeyPressHandler>(c.Run);
-    case Event::ForeignKey: return std::holds_alternative<TextHandler>(c.Run);
+    case Event::ForeignKey:
+    case Event::Pasted: return std::holds_alternative<TextHandler>(c.Run);
     default: return std::holds_alternative<PlainHandler>(c.Run) || std::holds_alternative<IndexHandler>(c.Run);
     }
 }

@@ -4,6 +4,7 @@
 #include "form/main_window.h"
 #include "main/template_command.h"
 #include "model/field_model.h"
+#include "platform/characters.h"
 #include "platform/codepage.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
@@ -17,15 +18,15 @@
 
 namespace {
 
-// The file name (UTF-8) of the template that the report was made on; "" where there is no such report.
+// The file name of the template that the report was made on; "" where there is no such report.
 std::string TemplateNamedIn(const std::string &report) {
     std::string name;
     bool isReport = false;
     FaultOf([&] {
-        ItemInput input = OpenItems(report);
+        ItemInput input = OpenReportText(report);
         isReport = ReadReportHeader(input, &name);
     });
-    return isReport ? ToUtf8(name) : "";
+    return isReport ? name : "";
 }
 
 // Full paths of the reports that were handed over, in their order.

@@ -7,6 +7,7 @@
 #include "model/field_model.h"
 #include "model/store.h"
 #include "model/template_reader.h"
+#include "model/text_files.h"
 #include "platform/clock.h"
 #include "platform/codepage.h"
 #include "platform/dialogs.h"
@@ -145,7 +146,7 @@ bool HasTemplate(const EntriesOrigin &origin) {
         std::string suffix;
         const std::string path = origin.TemplateDir + name;
         same = ReadTemplateHeader(path, suffix) &&
-               std::to_string(MarkOf(ReadTemplate(OpenItems(path)))) == origin.TemplateMark;
+               std::to_string(MarkOf(ReadTemplate(TemplateText(ReadFile(path))))) == origin.TemplateMark;
     });
     if (fault != 0)
         RefuseError(fault);

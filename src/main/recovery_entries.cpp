@@ -3,12 +3,15 @@
 
 #include "form/main_window.h"
 #include "groups/open_group.h"
+#include "model/cells.h"
 #include "model/field_model.h"
 #include "model/store.h"
+#include "platform/codepage.h"
 #include "report/records.h"
 #include "screen/selection.h"
 #include "screen/value_entry.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace {
@@ -24,6 +27,12 @@ constexpr std::string_view ValueKind = "value";   // of a row
 constexpr std::string_view ChoiceKind = "choice"; // chosen entry of a list, occurrence last shown of a group
 constexpr std::string_view GroupKind = "group";   // all occurrences
 constexpr std::string_view OpenKind = "open";     // the occurrence in hand, last shown of its group
+constexpr std::string_view TextKind = "utf-8";    // in front of the others; without it they are in Windows-1252
+
+// In the place of "group" and "open" where their characters are not all in Windows-1252: the number of bytes of an
+// occurrence and a line feed stand in front of the occurrences.
+constexpr std::string_view WideGroupKind = "wide-group";
+constexpr std::string_view WideOpenKind = "wide-open";
 
 std::string BelowResources(const std::string &directory) {
     return directory.starts_with(ResourceDir) ? directory.substr(ResourceDir.size()) : directory;
@@ -46,7 +55,11 @@ EntriesState EnteredSoFar() {
     return entries;
 }
 
+// What stands in front of the bytes of occurrences.
+std::string InFrontOf(const Cells &cells) { return cells.Wide ? std::to_string(cells.Record) + "\n" : ""; }
+
 void AddOrigin(std::string &items, const EntriesState &entries) {
+    AddItem(items, TextKind, 0, "");
     AddItem(items, FolderKind, 0, BelowResources(TemplateDir));
     AddItem(items, TemplateKind, 0, TemplateName);
     AddItem(items, MarkKind, 0, std::to_string(TemplateMark));
@@ -62,7 +75,8 @@ void AddEntries(std::string &items, const EntriesState &entries) {
         const Integer none = IsList(e) ? Integer{-1} : Integer{0};
         if (entries.Chosen[e] != none) AddItem(items, ChoiceKind, e, std::to_string(entries.Chosen[e]));
     }
-    if (GroupIsOpen()) AddItem(items, OpenKind, GroupHead(), std::string_view(entries.GroupItems).substr(1));
+    const Cells &open = entries.GroupItems;
+    if (GroupIsOpen()) AddItem(items, open.Wide ? WideOpenKind : OpenKind, GroupHead(), InFrontOf(open) + open.Bytes);
 }
 
 void Need(bool condition) {
@@ -82,22 +96,25 @@ void PlaceChoice(Integer element, std::string_view digits) {
     FieldInfo[element][Choice] = choice;
 }
 
-void PlaceOccurrences(Integer head, std::string_view occurrences) {
-    Need(head >= 1 && IsGroupStart(head));
-    const auto length = static_cast<std::size_t>(LengthOf(head));
-    Need(length > 0 && !occurrences.empty() && occurrences.size() % length == 0);
-    ReplaceStore(head, occurrences);
+// The occurrences of an item.
+Cells CellsOf(const RecoveryItem &item) {
+    Need(item.Number >= 1 && IsGroupStart(item.Number));
+    Cells cells = NarrowCells(static_cast<std::size_t>(LengthOf(item.Number)), std::string(item.Bytes));
+    if (item.Kind == WideGroupKind || item.Kind == WideOpenKind) {
+        const std::size_t line = std::min(cells.Bytes.find('\n'), cells.Bytes.size() - 1);
+        cells = {static_cast<std::size_t>(NumericValue(cells.Bytes)), true, cells.Bytes.substr(line + 1)};
+    }
+    Need(cells.Record > 0 && !cells.Bytes.empty() && cells.Bytes.size() % cells.Record == 0);
+    return cells;
 }
 
-void PlaceOpenOccurrence(Integer head, std::string_view cells) {
-    Need(head >= 1 && IsGroupStart(head));
-    std::string occurrences;
-    const GroupCounts counts = ReadStore(head, occurrences);
-    const auto length = static_cast<std::size_t>(counts.Items);
-    const std::size_t first = static_cast<std::size_t>(FieldInfo[head][Choice]) * length;
-    Need(first < occurrences.size() && cells.size() == length);
-    occurrences.replace(first, length, cells);
-    ReplaceStore(head, occurrences);
+void PlaceOpenOccurrence(Integer head, const Cells &cells) {
+    Cells occurrences;
+    ReadStore(head, occurrences);
+    const auto shown = static_cast<std::size_t>(FieldInfo[head][Choice]);
+    Need(shown < CountIn(occurrences) && CountIn(cells) == 1);
+    PutOccurrence(occurrences, Members(head), shown, cells);
+    ReplaceStore(head, std::move(occurrences));
 }
 
 } // namespace
@@ -113,12 +130,15 @@ std::string EntriesOnScreen() {
 void WriteEntries(const std::string &entries) {
     RecoveryWriter file;
     file.Write(entries);
-    std::string occurrences;
+    Cells occurrences;
     for (const Integer head : WrittenStores()) {
         ReadStore(head, occurrences);
-        if (occurrences.empty()) continue; // a store that somebody cut short to its counts
-        file.Write(ItemLine(GroupKind, head, occurrences.size()));
-        file.Write(occurrences);
+        if (occurrences.Bytes.empty()) continue; // a store that somebody cut short to its counts
+        const std::string front = InFrontOf(occurrences);
+        file.Write(
+            ItemLine(occurrences.Wide ? WideGroupKind : GroupKind, head, front.size() + occurrences.Bytes.size()));
+        file.Write(front);
+        file.Write(occurrences.Bytes);
         file.Write("\n");
     }
     file.Close();
@@ -141,15 +161,16 @@ EntriesOrigin OriginOf(const std::vector<RecoveryItem> &items) {
 void PlaceEntries(const std::vector<RecoveryItem> &items) {
     const EntriesOrigin origin = OriginOf(items);
     Need(origin.Report.empty() || origin.Report == FirstLoad || IsReportName(origin.Report));
+    const bool isUtf8 = !items.empty() && items.front().Kind == TextKind;
     for (const RecoveryItem &item : items) {
-        if (item.Kind == ValueKind) PlaceValue(item.Number, item.Bytes);
+        if (item.Kind == ValueKind) PlaceValue(item.Number, isUtf8 ? std::string(item.Bytes) : ToUtf8(item.Bytes));
         if (item.Kind == ChoiceKind) PlaceChoice(item.Number, item.Bytes);
-        if (item.Kind == GroupKind) PlaceOccurrences(item.Number, item.Bytes);
+        if (item.Kind == GroupKind || item.Kind == WideGroupKind) ReplaceStore(item.Number, CellsOf(item));
     }
     for (const RecoveryItem &item : items)
-        if (item.Kind == OpenKind) PlaceOpenOccurrence(item.Number, item.Bytes);
+        if (item.Kind == OpenKind || item.Kind == WideOpenKind) PlaceOpenOccurrence(item.Number, CellsOf(item));
     FileMark = origin.Report;
     FileMarkDir = origin.ReportDir;
-    SetCaption(Quintave.editframe, origin.Caption);
+    SetCaption(Quintave.editframe, isUtf8 ? origin.Caption : ToUtf8(origin.Caption));
     MarkChanged();
 }

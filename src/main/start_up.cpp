@@ -9,6 +9,7 @@
 #include "main/user_resources.h"
 #include "model/field_model.h"
 #include "model/resource_table.h"
+#include "platform/characters.h"
 #include "platform/clock.h"
 #include "platform/codepage.h"
 #include "platform/dialogs.h"
@@ -132,7 +133,6 @@ bool LoadMainWindow(const StartArguments &arguments) {
     ResourceDir = resources.empty() ? ReportFileDir : WithSeparator(resources);
     ReportArgument = arguments.Report;
     FillPrintLists();
-    ActiveList = 0;
     FileMark = FirstLoad;
     if (!FindResources()) return false;
     LoadState = TemplateToLoad;

@@ -9,6 +9,7 @@
 #include "model/field_tables.h"
 #include "model/row_text.h"
 #include "model/template_reader.h"
+#include "model/text_files.h"
 #include "model/work_files.h"
 #include "platform/codepage.h"
 #include "platform/dialogs.h"
@@ -110,11 +111,20 @@ void AddRowWithoutFields() {
 bool PrepareTemplate(const std::string &path, TemplateContent &content) {
     bool isRead = false;
     long line = 0;
+    long notUtf8 = 0;
     const Integer fault = FaultOf([&] {
-        if (!path.empty()) content = ReadTemplate(OpenItems(path), &line);
+        if (!path.empty()) {
+            const ItemInput input = TemplateText(ReadFile(path));
+            notUtf8 = LineNotUtf8(input);
+            content = ReadTemplate(input, &line);
+        }
         isRead = true;
         ReplaceWorkFiles(content);
     });
+    if (fault == 0 && notUtf8 > 0)
+        MsgBox("This Fields Template File says that it is UTF-8, and in line " + std::to_string(notUtf8) +
+                   " it is not. What is no UTF-8 was read as Windows-1252.",
+               ExclamationIcon, NameText(TemplateName));
     if (fault == 0) return true;
     HideBanner();
     isRead ? TellWorkFileError(fault) : TellUnreadable(fault, line);

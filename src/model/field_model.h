@@ -33,7 +33,6 @@ inline constexpr Integer LongestShortText = 50;
 inline constexpr Integer NoLimit = 999;    // a length limit that limits nothing
 inline constexpr Integer SectionKind = -1; // kind of a section break
 inline constexpr Integer GroupList = 3;    // ActiveList while a group is open
-inline constexpr Integer GroupHeader = 4;  // bytes of the two counts at the start of a group's store
 
 // Columns of FieldExtra().
 enum ExtraColumn : std::size_t { HelpLine, HelpFile };
@@ -56,6 +55,15 @@ struct Member {
     Integer Element = 0;
     std::size_t First = 0; // its first cell, from 0
     std::size_t Cells = 0;
+};
+
+// Occurrences of a group as its store has them (cells.h).
+struct Cells {
+    std::size_t Record = 0; // bytes of one
+    bool Wide = false;      // a character of theirs is not in the code page
+    std::string Bytes;
+
+    bool operator==(const Cells &) const = default;
 };
 
 // What comes with a template and goes with it.
@@ -86,7 +94,7 @@ struct TemplateState {
 struct EntriesState {
     Table<std::string> RowValue; // by row: its value, instances joined by "|"
     Table<Integer> Chosen;       // by element: the column Choice of FieldInfo()
-    std::string GroupItems;      // the occurrence in hand; index 0 is a blank, items count from 1
+    Cells GroupItems;            // the occurrence in hand
     Integer DataChanged = False; // true: entries were not saved
     std::string FileMark;        // name Save writes to; "FirstLoad" before any, "" after a merge
     std::string FileMarkDir;     // its directory
@@ -105,7 +113,7 @@ struct ScreenState {
     Table<std::array<Integer, 2>> GroupSlot;
     Integer GroupItemCount = 0;        // characters of one occurrence of the group opened last, or else loaded last
     Integer GroupOccurrenceCount = 0;  // its occurrences
-    Integer GroupRecordLength = 0;     // bytes of one occurrence in its store; equal to GroupItemCount
+    Integer GroupRecordLength = 0;     // cells of one occurrence in its store; equal to GroupItemCount
     Integer GroupLoadedOccurrence = 0; // index of the occurrence in GroupItems()
     std::string TmpStr;                // result or argument that passes between procedures
 };
@@ -143,7 +151,7 @@ inline auto &FieldAbove = TheTemplate.FieldAbove;
 inline auto &LevelTable = TheTemplate.LevelTable;
 
 inline auto &RowValue = TheEntries.RowValue;
-inline std::string &GroupItems = TheEntries.GroupItems;
+inline Cells &GroupItems = TheEntries.GroupItems;
 inline Integer &DataChanged = TheEntries.DataChanged;
 inline std::string &FileMark = TheEntries.FileMark;
 inline std::string &FileMarkDir = TheEntries.FileMarkDir;

@@ -1,6 +1,7 @@
 // Filling the tables of the field model (field_tables.h).
 #include "model/field_tables.h"
 
+#include "model/cells.h"
 #include "model/field_model.h"
 #include "model/store.h"
 #include "model/work_files.h"
@@ -24,7 +25,7 @@ void SizeTables(const TemplateContent &content) {
     FieldSection.Size(elements);
     FieldAbove.Size(elements);
     TheTemplate.GroupMembers.clear();
-    GroupItems = " ";
+    GroupItems = {};
     DeepestLevel = content.DeepestLevel;
     LevelTableRows = ToInteger(DeepestLevel + 2);
     LevelTable.Size(LevelTableRows);
@@ -139,8 +140,7 @@ Integer ClearEntries() {
     for (const Integer e : Elements()) {
         FieldInfo[e][Choice] = IsList(e) ? Integer{-1} : Integer{0};
         if (!IsGroupStart(e) || IsBlankStore(e)) continue;
-        const Integer fault =
-            FaultOf([&] { ReplaceStore(e, std::string(static_cast<std::size_t>(LengthOf(e)), ' ')); });
+        const Integer fault = FaultOf([&] { ReplaceStore(e, BlankCells(static_cast<std::size_t>(LengthOf(e)))); });
         if (first == 0) first = fault;
     }
     return first;

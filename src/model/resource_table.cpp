@@ -1,7 +1,8 @@
 // Reading quintave.tbl (resource_table.h).
 #include "model/resource_table.h"
 
-#include "platform/codepage.h"
+#include "model/text_files.h"
+#include "platform/characters.h"
 #include "platform/files.h"
 #include "platform/items.h"
 
@@ -45,7 +46,7 @@ bool ReadResourceTable(const std::string &directory, ResourceTable &table) {
     const std::string name = FindName(directory, ResourceTableName);
     if (name.empty()) return false;
     try {
-        ItemInput input = OpenItems(directory + name);
+        ItemInput input = TemplateText(ReadFile(directory + name));
         BeginRecord(input);
         table.Kept = ItemOr(input, "");
         table.Template = Trim(ItemOr(input, ""));

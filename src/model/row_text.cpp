@@ -1,7 +1,7 @@
 // Composing rows (row_text.h).
 #include "model/row_text.h"
 
-#include "platform/runtime.h"
+#include "platform/characters.h"
 
 namespace {
 
@@ -11,16 +11,21 @@ constexpr int Dashes = 31;
 } // namespace
 
 std::string FitTitle(std::string_view title) {
-    if (title.size() > TitleLength) return std::string(Cut) + Right(title, static_cast<long>(TitleLength - Cut.size()));
-    return std::string(title) + std::string(TitleLength - title.size(), ' ');
+    const std::size_t columns = Columns(title);
+    if (columns <= TitleLength) return std::string(title) + std::string(TitleLength - columns, ' ');
+    std::string fitting(LastColumns(title, TitleLength - Cut.size()));
+    fitting.insert(0, TitleLength - Cut.size() - Columns(fitting), ' '); // before a wide character
+    return std::string(Cut) + fitting;
 }
 
 std::string RowPrefix(std::string_view title) { return " " + FitTitle(title) + "| "; }
 
 std::string RowWithValue(std::string_view row, std::string_view value) {
-    std::string text = Left(row, PrefixLength) + std::string(value.substr(0, LongestRow));
-    if (text.size() > LongestRow) text = text.substr(0, LongestRow - Cut.size()) + std::string(Cut);
-    return text;
+    std::string text(FirstColumns(row, PrefixLength));
+    const std::size_t room = LongestRow - Columns(text);
+    const std::string_view fitting = FirstColumns(value, room);
+    if (fitting.size() == value.size()) return text.append(fitting);
+    return text.append(FirstColumns(fitting, room - Cut.size())).append(Cut);
 }
 
 std::string SeparatorRow() {

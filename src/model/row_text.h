@@ -5,18 +5,19 @@
 #include <string>
 #include <string_view>
 
+// In columns.
 inline constexpr std::size_t TitleLength = 26;
-inline constexpr long PrefixLength = 29;      // a blank, the title, "| "
-inline constexpr std::size_t LongestRow = 58; // characters; a longer row is cut
+inline constexpr std::size_t PrefixLength = 29; // a blank, the title, "| "
+inline constexpr std::size_t LongestRow = 58;   // a longer row is cut
 inline constexpr std::string_view GroupRowText = "-- REPEATABLE GROUP --";
 
-// The title in exactly 26 characters: a longer one loses its start, a shorter one is padded with blanks.
+// The title in exactly 26 columns: a longer one loses its start, a shorter one is padded with blanks.
 std::string FitTitle(std::string_view title);
 
-// The first 29 characters of a row.
+// The first 29 columns of a row.
 std::string RowPrefix(std::string_view title);
 
-// The row whose first 29 characters are those of a present row, with a value: at most 58 characters, a longer one is
+// The row whose first 29 columns are those of a present row, with a value: at most 58 columns, a longer one is
 // its first 55 and "...".
 std::string RowWithValue(std::string_view row, std::string_view value);
 

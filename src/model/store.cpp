@@ -1,6 +1,7 @@
 // Group stores as files (store.h).
 #include "model/store.h"
 
+#include "model/cells.h"
 #include "model/field_model.h"
 #include "model/work_files.h"
 
@@ -12,51 +13,77 @@ namespace {
 std::set<Integer> Written;
 long Changes = 0;
 
-Integer CountAt(std::string_view bytes, std::size_t at) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned>(static_cast<unsigned char>(bytes[i])); };
-    return static_cast<Integer>(static_cast<std::uint16_t>(byte(at) | (byte(at + 1) << 8)));
+std::uint32_t NumberAt(std::string_view bytes, std::size_t at, int length) {
+    std::uint32_t number = 0;
+    for (int i = length; i-- > 0;)
+        number = number << 8 | static_cast<unsigned char>(bytes[at + static_cast<std::size_t>(i)]);
+    return number;
 }
+
+Integer CountAt(std::string_view bytes, std::size_t at) {
+    return static_cast<Integer>(static_cast<std::uint16_t>(NumberAt(bytes, at, 2)));
+}
+
+constexpr std::size_t CountBytes = 4; // of the two counts
 
 } // namespace
 
-GroupCounts CountsIn(std::string_view header, Integer head) {
-    GroupCounts counts;
-    if (header.size() >= static_cast<std::size_t>(GroupHeader)) counts = {CountAt(header, 0), CountAt(header, 2)};
-    if (counts.Items != LengthOf(head) || header.size() < static_cast<std::size_t>(GroupHeader))
-        throw RuntimeError{InputPastEnd};
-    if (counts.Occurrences < 0) throw RuntimeError{Overflow};
-    return counts;
+StoreLayout LayoutIn(std::string_view bytes, Integer head) {
+    if (bytes.size() < CountBytes) throw RuntimeError{InputPastEnd};
+    StoreLayout header{CountAt(bytes, 0), CountAt(bytes, 2)};
+    header.Wide = header.Items < 0;
+    if (header.Wide) {
+        if (bytes.size() < LongestStoreHead || header.Items < -INT16_MAX) throw RuntimeError{InputPastEnd};
+        header.Items = static_cast<Integer>(-header.Items);
+        header.Record = NumberAt(bytes, CountBytes, 4);
+        header.Bytes = LongestStoreHead;
+    } else {
+        header.Record = static_cast<std::size_t>(header.Items);
+    }
+    if (header.Items != LengthOf(head) || header.Record < Members(head).size()) throw RuntimeError{InputPastEnd};
+    if (header.Occurrences < 0) throw RuntimeError{Overflow};
+    return header;
 }
 
-GroupCounts CountsOf(Integer head) {
-    if (WorkFilesAreHeld()) return CountsIn(ReadWorkFile(GroupFileName(head)), head);
+std::string BytesOf(const StoreLayout &header) {
+    std::string bytes =
+        GroupStoreHeader(header.Wide ? static_cast<Integer>(-header.Items) : header.Items, header.Occurrences);
+    for (std::size_t i = 0; header.Wide && i < CountBytes; ++i)
+        bytes += static_cast<char>(static_cast<unsigned char>(header.Record >> (8 * i) & 0xFF));
+    return bytes;
+}
+
+StoreLayout LayoutOf(Integer head) {
+    if (WorkFilesAreHeld()) return LayoutIn(ReadWorkFile(GroupFileName(head)), head);
     BinaryFile file;
     file.Open(ResourceDir + GroupFileName(head));
-    return CountsIn(file.Read(1, std::min<long>(file.Size(), GroupHeader)), head);
+    return LayoutIn(file.Read(1, std::min<long>(file.Size(), LongestStoreHead)), head);
 }
 
-GroupCounts ReadStore(Integer head, std::string &occurrences) {
-    occurrences = ReadWorkFile(GroupFileName(head));
-    const GroupCounts counts = CountsIn(occurrences, head);
-    occurrences.erase(0, static_cast<std::size_t>(GroupHeader));
-    const auto items = static_cast<std::size_t>(counts.Items);
-    const std::size_t whole = items * static_cast<std::size_t>(counts.Occurrences);
-    if (occurrences.size() > whole) occurrences.resize(whole);
+StoreLayout ReadStore(Integer head, Cells &occurrences) {
+    std::string bytes = ReadWorkFile(GroupFileName(head));
+    const StoreLayout header = LayoutIn(bytes, head);
+    bytes.erase(0, header.Bytes);
+    const std::size_t whole = header.Record * static_cast<std::size_t>(header.Occurrences);
+    if (bytes.size() > whole) bytes.resize(whole);
     // A file of four bytes can count a thousand million of them: what is missing is never made up.
-    if (items > 0) occurrences.resize((occurrences.size() + items - 1) / items * items, ' ');
-    return counts;
+    if (header.Record > 0) bytes.resize((bytes.size() + header.Record - 1) / header.Record * header.Record, ' ');
+    occurrences = {header.Record, header.Wide, std::move(bytes)};
+    return header;
 }
 
-void ReplaceStore(Integer head, std::string_view occurrences) {
+void ReplaceStore(Integer head, Cells occurrences) {
+    Narrow(occurrences, Members(head));
     const Integer length = LengthOf(head);
-    const Integer count = length == 0 ? Integer{1} : ToInteger(occurrences.size() / static_cast<std::size_t>(length));
+    const Integer count = length == 0 ? Integer{1} : ToInteger(CountIn(occurrences));
+    const std::string header = BytesOf({length, count, occurrences.Wide, occurrences.Record});
     if (WorkFilesAreHeld()) {
-        HoldWorkFile(GroupFileName(head), GroupStoreHeader(length, count).append(occurrences));
+        HoldWorkFile(GroupFileName(head), header + occurrences.Bytes);
     } else {
         BinaryFile rewritten;
         const auto writeAll = [&](OutputFile &file) {
-            file.Write(GroupStoreHeader(length, count));
-            file.Write(occurrences);
+            file.Write(header);
+            file.Write(occurrences.Bytes);
         };
         RewriteStoreFile(ResourceDir + GroupFileName(head), writeAll, rewritten);
     }
@@ -91,4 +118,4 @@ void NoteStoreChange(Integer head) {
 
 void ForgetStores() { Written.clear(); }
 
-bool IsBlank(std::string_view cells) { return cells.find_first_not_of(' ') == std::string_view::npos; }
+bool IsBlank(std::string_view text) { return text.find_first_not_of(' ') == std::string_view::npos; }

@@ -1,7 +1,10 @@
-// The store of a group as a file: a header of two counts, then the occurrences, each as long as its members together.
-// The store of the open group, which changes occurrence by occurrence: groups/open_store.h.
+// The store of a group as a file: a header, then the occurrences (cells.h). The header is two counts of 16 bits, the
+// low byte first: the cells of an occurrence and the occurrences. Of a wide store the first one is negative, and the
+// bytes of an occurrence follow in 32 bits. The store of the open group, which changes occurrence by occurrence:
+// groups/open_store.h.
 #pragma once
 
+#include "model/field_model.h"
 #include "platform/files.h"
 #include "platform/runtime.h"
 
@@ -10,24 +13,31 @@
 #include <string>
 #include <string_view>
 
-struct GroupCounts {
-    Integer Items = 0; // bytes of one occurrence
+struct StoreLayout {
+    Integer Items = 0; // cells of one occurrence
     Integer Occurrences = 0;
+    bool Wide = false;
+    std::size_t Record = 0; // bytes of one occurrence
+    std::size_t Bytes = 4;  // of the header itself
 };
 
-// The counts in the header of a group's store; error 62 where it was cut short or belongs to another group, 6 where it
+inline constexpr std::size_t LongestStoreHead = 8;
+
+// The header at the start of a group's store; error 62 where it was cut short or belongs to another group, 6 where it
 // counts more than 32,767 occurrences.
-GroupCounts CountsIn(std::string_view header, Integer head);
+StoreLayout LayoutIn(std::string_view bytes, Integer head);
 
-// Those of a group's store, whose occurrences are left unread; error 53 where it is missing.
-GroupCounts CountsOf(Integer head);
+std::string BytesOf(const StoreLayout &header);
 
-// The counts of a group's store and its occurrences, one string of at most Items x Occurrences bytes; those behind its
-// end are blank. Error 53 where the store is missing; error 62 where its header does not belong to the group.
-GroupCounts ReadStore(Integer head, std::string &occurrences);
+// That of a group's store, whose occurrences are left unread; error 53 where it is missing.
+StoreLayout LayoutOf(Integer head);
+
+// The header of a group's store and its occurrences, no more than it counts; those that the file breaks off in are
+// blank behind its end. Error 53 where the store is missing; error 62 where its header does not belong to the group.
+StoreLayout ReadStore(Integer head, Cells &occurrences);
 
 // Puts occurrences in the place of a group's store; error 6 for more than 32,767.
-void ReplaceStore(Integer head, std::string_view occurrences);
+void ReplaceStore(Integer head, Cells occurrences);
 
 // Makes a store anew beside itself and puts it in its own place, so that a fault leaves it as it was. Gives the new
 // file, open.
@@ -44,4 +54,4 @@ void NoteStoreChange(Integer head);
 void ForgetStores();
 
 // Only blanks: no value.
-bool IsBlank(std::string_view cells);
+bool IsBlank(std::string_view text);

@@ -2,8 +2,11 @@
 #include "model/template_reader.h"
 
 #include "model/field_model.h"
+#include "model/text_files.h"
+#include "platform/characters.h"
 #include "platform/checksum.h"
 #include "platform/codepage.h"
+#include "platform/files.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -201,7 +204,7 @@ std::string UnreadableText(Integer error) {
 bool TurnsInstancesOff(std::string_view suffix) { return suffix.starts_with('-'); }
 
 bool ReadTemplateHeader(const std::string &path, std::string &suffix) {
-    ItemInput input = OpenItems(path);
+    ItemInput input = TemplateText(ReadFile(path));
     return ReadTemplateHeader(input, suffix);
 }
 
@@ -213,6 +216,7 @@ bool ReadTemplateHeader(ItemInput &input, std::string &suffix) {
         for (int item = 2; item < HeaderItems; ++item) ReadText(input, Input::Lenient);
         if (identifier != TemplateIdentifier || !version.starts_with(VersionIdentifier)) return false;
         suffix = version.substr(VersionIdentifier.size());
+        if (suffix.ends_with(Utf8Mark)) suffix.resize(suffix.size() - Utf8Mark.size());
         return true;
     } catch (const RuntimeError &) { // the file ends inside its header
         return false;
@@ -238,9 +242,11 @@ TemplateContent ReadTemplate(ItemInput input, long *faultLine) {
 std::uint64_t MarkOf(const TemplateContent &content) {
     Checksum sum;
     for (const TemplateElement &e : content.Elements) {
+        // What lies on disks was made with titles of the code page.
+        const std::string title = FitsCodePage(e.Title) ? FromUtf8(e.Title) : e.Title;
         const std::array<long long, 5> numbers{e.Level, e.Kind, static_cast<int>(e.Type), e.InGroup,
-                                               static_cast<long long>(e.Title.size())};
-        sum.Add({reinterpret_cast<const char *>(numbers.data()), sizeof(numbers)}).Add(e.Title);
+                                               static_cast<long long>(title.size())};
+        sum.Add({reinterpret_cast<const char *>(numbers.data()), sizeof(numbers)}).Add(title);
     }
     return sum.Value();
 }

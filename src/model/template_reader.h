@@ -33,8 +33,7 @@ struct TemplateContent {
 };
 
 inline constexpr std::string_view TemplateIdentifier = "QUINTAVE FIELDS TEMPLATE FILE";
-inline constexpr std::string_view EndOfChoices = "XXX-1XXX";        // with or without blanks around
-inline constexpr std::string_view VersionIdentifier = "QuintaveV2"; // begins the second item of templates and reports
+inline constexpr std::string_view EndOfChoices = "XXX-1XXX"; // with or without blanks around
 
 // A number that differs where the elements of two templates differ in their order, titles, types, lengths or levels;
 // help texts and choices do not count.

@@ -2,6 +2,7 @@
 #include "model/work_files.h"
 
 #include "model/field_model.h"
+#include "model/text_files.h"
 #include "platform/files.h"
 #include "platform/items.h"
 
@@ -14,7 +15,7 @@
 namespace {
 
 std::string NumberedName(std::string_view kind, Integer element) {
-    return std::string(kind) + Right(std::to_string(100000 + element), 5) + ".XXX";
+    return std::string(kind) + std::to_string(100000 + element).substr(1) + ".XXX";
 }
 
 std::string LowByteFirst(Integer number) {
@@ -30,7 +31,7 @@ bool Holds = false;
 std::string ChoiceLines(const std::vector<std::string> &choices) {
     std::string lines;
     for (const auto &choice : choices) lines += Quoted(choice) + NL;
-    return lines;
+    return FileBytes(lines);
 }
 
 // Hands out the name and the bytes of each file that a template needs.

@@ -1,6 +1,7 @@
 // The event rules of controls (controls.h).
 #include "platform/controls.h"
 
+#include "platform/characters.h"
 #include "platform/codepage.h"
 #include "platform/dialogs.h"
 #include "platform/front.h"
@@ -287,13 +288,14 @@ bool UserKeyDown(Control &control, Integer keyCode, Integer shift) {
 }
 
 bool UserKeyPress(Control &control, std::string_view character) {
-    const std::u32string characters = Characters(character);
-    if (characters.size() != 1) return !characters.empty();
+    if (Length(character) != 1) return !character.empty();
     if (Waiting > 0) return false;
-    const auto byte = ToCodePage(characters[0]);
+    const std::u32string codes = CodePoints(character);
+    const auto byte = codes.size() == 1 ? ToCodePage(codes[0]) : std::nullopt;
     if (!byte) {
+        const bool taken = HandlerOf(control, Event::ForeignKey) != nullptr;
         AtTheEdge([&] { Fire<TextHandler>(control, Event::ForeignKey, character); });
-        return false;
+        return !taken;
     }
     Integer keyAscii = static_cast<unsigned char>(*byte);
     AtTheEdge([&] { Fire<KeyPressHandler>(control, Event::KeyPress, control.Index, keyAscii); });
@@ -308,8 +310,8 @@ void UserEdits(Control &box, std::string_view text, long caret) {
     });
 }
 
-std::string PastedText(const Control &box, std::string_view utf8, bool &foreign) {
-    const std::u32string characters = Characters(utf8);
+std::string PastedText(const Control &box, std::string_view text) {
+    const std::u32string characters = CodePoints(Composed(text));
     std::string result;
     for (std::size_t i = 0; i < characters.size(); ++i) {
         const char32_t c = characters[i];
@@ -321,16 +323,14 @@ std::string PastedText(const Control &box, std::string_view utf8, bool &foreign)
             result += ' ';
             while (!box.ManyLines && i + 1 < characters.size() && IsBreakOrControl(characters[i + 1])) ++i;
         } else {
-            const auto byte = ToCodePage(c);
-            result += byte.value_or('?');
-            foreign = foreign || !byte;
+            AppendCodePoint(result, c);
         }
     }
     return result;
 }
 
-void UserPastedForeign(Control &box) {
-    AsUser(box, [&] { FireIndexed(box, Event::ForeignPaste); });
+void UserPasted(Control &box, std::string_view text) {
+    AsUser(box, [&] { Fire<TextHandler>(box, Event::Pasted, text); });
 }
 
 std::vector<Control *> TakeChanges() { return std::exchange(ChangedControls, {}); }

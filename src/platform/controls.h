@@ -52,7 +52,7 @@ struct Control {
     Colour BackColor = DesignColour;
     std::string Tag{};               // a free text of the program's
     std::string Text{};              // text box; lines end in CR LF
-    long Caret = 0;                  // characters before it, CR LF counting as two
+    long Caret = 0;                  // bytes of the text before it
     std::vector<std::string> Rows{}; // list, combo box
     Integer ListIndex = -1;          // the selected row; -1 for none
     Integer Max = 1;                 // scroll bar; its least value is 1
@@ -79,10 +79,10 @@ enum class Event : std::uint8_t {
     KeyPress,
     MouseDown,
     Timer,
-    ForeignKey,   // a typed character that the code page does not have
-    ForeignPaste, // a pasted text some characters of which became "?"
-    Resize,       // of a form: its Width and Height are the new ones
-    Unload,       // a form was closed
+    ForeignKey, // a typed character that has no code of 8 bits
+    Pasted,     // a text was put into a box at once
+    Resize,     // of a form: its Width and Height are the new ones
+    Unload,     // a form was closed
 };
 
 // Key codes and shift states of KeyDown, character codes of KeyPress. A handler that sets its code to 0 discards the
@@ -100,7 +100,7 @@ inline constexpr Integer AltMask = 4;
 
 using PlainHandler = void (*)();
 using IndexHandler = void (*)(Integer index);
-using TextHandler = void (*)(std::string_view utf8);
+using TextHandler = void (*)(std::string_view text);
 using KeyPressHandler = void (*)(Integer index, Integer &keyAscii);
 using KeyDownHandler = void (*)(Integer index, Integer &keyCode, Integer shift);
 using Handler = std::variant<PlainHandler, IndexHandler, TextHandler, KeyPressHandler, KeyDownHandler>;
@@ -197,17 +197,18 @@ void UserCloses(Control &form);
 // A key goes down. False where the toolkit must not act on it.
 bool UserKeyDown(Control &control, Integer keyCode, Integer shift);
 
-// A key gives a character (UTF-8, or one of the control characters). False where it is discarded.
+// A key gives a character, which may be one of the control characters. False where it is discarded.
 bool UserKeyPress(Control &control, std::string_view character);
 
-// The text of a box as the user has changed it; caret in characters.
+// The text of a box as the user has changed it; caret in bytes.
 void UserEdits(Control &box, std::string_view text, long caret);
 
-// What a text (UTF-8) that is pasted, dropped or composed puts into a box: characters the code page does not have
-// become
-// "?" and are told once by ForeignPaste after UserEdits; line breaks and control characters follow the kind of box.
-std::string PastedText(const Control &box, std::string_view utf8, bool &foreign);
-void UserPastedForeign(Control &box);
+// What a text that is pasted, dropped or composed puts into a box: composed characters, and line breaks and control
+// characters as the kind of box has them.
+std::string PastedText(const Control &box, std::string_view text);
+
+// Such a text was put in.
+void UserPasted(Control &box, std::string_view text);
 
 // For a front.
 

@@ -30,9 +30,6 @@ enum Answer : Integer { OkAnswer = 1, CancelAnswer = 2, YesAnswer = 6, NoAnswer 
 // closing the box count as Cancel, or as OK where that is the only button; they cannot close a Yes/No box.
 Answer MsgBox(std::string_view text, int style, std::string_view title);
 
-// Tells a text (UTF-8) with a character that the code page does not have; OK is the only answer.
-void TellUtf8(std::string_view utf8, std::string_view title);
-
 // Asks for a line of text; "" when cancelled.
 std::string InputBox(std::string_view prompt, std::string_view title, std::string_view proposal);
 

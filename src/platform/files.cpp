@@ -1,6 +1,7 @@
 // The file system through POSIX calls (files.h).
 #include "platform/files.h"
 
+#include "platform/characters.h"
 #include "platform/codepage.h"
 
 #include <algorithm>
@@ -111,10 +112,10 @@ bool IsNoName(std::string_view name) {
     return name.empty() || name.find_first_of(std::string_view("/\\\0", 3)) != std::string_view::npos;
 }
 
-// The file of exactly this name, in the system's bytes or decoded; "" where there is none.
+// The file of exactly this name, in the system's bytes or as the code page has it; "" where there is none.
 std::string ExactName(const std::string &directory, std::string_view name) {
     if (IsNoName(name)) return "";
-    for (const auto &candidate : {std::string(name), ToUtf8(name)})
+    for (const auto &candidate : {std::string(name), FromUtf8(name)})
         if (FileExists(directory + candidate)) return candidate;
     return "";
 }

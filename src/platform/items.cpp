@@ -1,8 +1,6 @@
 // Item input and output (items.h).
 #include "platform/items.h"
 
-#include "platform/files.h"
-
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -94,13 +92,11 @@ double ReadNumber(ItemInput &input, Input fault, double least, double most) {
 
 } // namespace
 
-ItemInput OpenItems(const std::string &path) { return ItemsOf(ReadFile(path)); }
-
-ItemInput ItemsOf(std::string bytes) {
+ItemInput ItemsOf(std::string text) {
     constexpr char EndOfFile = 0x1A;
-    bytes.resize(std::min(bytes.find(EndOfFile), bytes.size()));
-    if (bytes.starts_with(ByteOrderMark)) bytes.erase(0, ByteOrderMark.size());
-    return {std::move(bytes), 0};
+    text.resize(std::min(text.find(EndOfFile), text.size()));
+    if (text.starts_with(ByteOrderMark)) text.erase(0, ByteOrderMark.size());
+    return {std::move(text)};
 }
 
 long LineAt(LinePlace &counted, std::string_view bytes, std::size_t at) {

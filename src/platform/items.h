@@ -14,18 +14,17 @@ enum class Input { Lenient, Strict };
 // What some editors put in front of a text; it is no part of the first item.
 inline constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
-// A text file being read, a byte-order mark in front left out. Its end is the end of the bytes or the first byte 1A
-// hex.
+// The text of a file being read, a byte-order mark in front left out. Its end is the end of the text or the first byte
+// 1A hex.
 struct ItemInput {
     std::string Bytes;
     std::size_t At = 0;
+    std::size_t NotUtf8At = std::string::npos; // the first byte that should be UTF-8 and was none; npos for none
+    bool LooksUtf8 = false;                    // the file had another encoding, by which all of it reads as UTF-8, too
 };
 
-// The whole file, ready to read; the errors of ReadFile (files.h).
-ItemInput OpenItems(const std::string &path);
-
-// Items from bytes in hand.
-ItemInput ItemsOf(std::string bytes);
+// Items from a text in hand (UTF-8).
+ItemInput ItemsOf(std::string text);
 
 // The line of a place in a text; it remembers how far it has counted, so that places asked for in order cost no more
 // than the text is long.

@@ -50,15 +50,6 @@ std::string Trim(std::string_view text) {
     return first == std::string_view::npos ? "" : RTrim(text.substr(first));
 }
 
-std::string Left(std::string_view text, long count) {
-    return std::string(text.substr(0, static_cast<std::size_t>(std::max(count, 0L))));
-}
-
-std::string Right(std::string_view text, long count) {
-    const auto wanted = std::min(static_cast<std::size_t>(std::max(count, 0L)), text.size());
-    return std::string(text.substr(text.size() - wanted));
-}
-
 std::int32_t NumericValue(std::string_view text) {
     std::size_t i = std::min(text.find_first_not_of(' '), text.size());
     const bool negative = i < text.size() && text[i] == '-';

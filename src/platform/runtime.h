@@ -1,4 +1,4 @@
-// Numbers, truth values, texts and errors of the runtime. Characters and their letters: codepage.h; items of text
+// Numbers, truth values, blanks and errors of the runtime. Characters and their letters: characters.h; items of text
 // files: items.h.
 #pragma once
 
@@ -80,10 +80,6 @@ template <std::integral Number> constexpr Integer ToInteger(Number number) {
 // Without the blanks (code 32) at both ends, at the right end.
 std::string Trim(std::string_view text);
 std::string RTrim(std::string_view text);
-
-// The first (last) characters of a text: all of it when it is shorter, none for a negative count.
-std::string Left(std::string_view text, long count);
-std::string Right(std::string_view text, long count);
 
 // The longest number at the start of a text, leading blanks skipped, else 0: "75x" gives 75. Bounded to 32 bits.
 std::int32_t NumericValue(std::string_view text);

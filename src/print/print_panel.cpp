@@ -12,6 +12,7 @@
 #include "print/report_layout.h"
 #include "print/text_lines.h"
 #include "report/load_command.h"
+#include "report/records.h"
 #include "report/temporary_report.h"
 #include "screen/selected_field.h"
 #include "screen/selection.h"
@@ -198,7 +199,7 @@ void CommandPrint_Click() {
 }
 
 void PrintReportToPrinter(Integer copy) {
-    ItemInput input = OpenItems(ReportFileDir + ReportFileName);
+    ItemInput input = OpenReportText(ReportFileDir + ReportFileName);
     const BusyPointer busy;
     ProgressCaption = "   Printing Copy " + std::to_string(copy);
     PrintPages(input, ReadPrintOptions());
@@ -207,7 +208,7 @@ void PrintReportToPrinter(Integer copy) {
 void PrintReportToFile(const std::string &source) {
     const std::string path = ReportFileDir + ReportFileName;
     if (IsSameFile(source, path)) throw RuntimeError{FileAlreadyOpen};
-    ItemInput input = OpenItems(source);
+    ItemInput input = OpenReportText(source);
     const BusyPointer busy;
     ProgressCaption = "   Printing To File ";
     WriteTextFile(input, path);

@@ -1,6 +1,7 @@
 // Pages with their headers and margins (printer_pages.h).
 #include "print/printer_pages.h"
 
+#include "platform/characters.h"
 #include "platform/items.h"
 #include "platform/printer.h"
 #include "print/report_layout.h"
@@ -69,7 +70,7 @@ void PrintLine(std::string_view text, Integer style) {
         SetPrinterFont(true, HeadingPoints);
     }
     // Half a unit for each character whatever the font's size, so a heading stands a little right of the centre.
-    SetPrinterColumn(PrinterWidth() / 2 - static_cast<double>(text.size()) * 0.5);
+    SetPrinterColumn(PrinterWidth() / 2 - static_cast<double>(Columns(text)) * 0.5);
     PrintText(text);
     EndPrinterLine();
     SetPrinterFont(false, TextPoints);

@@ -1,6 +1,8 @@
 // The layout of a report (report_layout.h).
 #include "print/report_layout.h"
 
+#include "model/field_model.h"
+#include "platform/characters.h"
 #include "platform/clock.h"
 #include "platform/codepage.h"
 #include "report/records.h"
@@ -123,30 +125,64 @@ void PlaceReport(ItemInput &input, const PrintOptions &options, const PrintSink 
     }
 }
 
+namespace {
+
+// A value being wrapped.
+struct Wrapping {
+    std::string_view Value;
+    const PrintSink &Sink;
+    std::string_view Title;
+    double Column; // of the present line
+    double Width;
+    std::size_t LineStart = 0; // where the line begins in the value
+    std::size_t LastBlank = 0; // behind the last blank
+    std::size_t Columns = 0;   // that the line takes so far
+};
+
+// The line ends at a place of the value; the next one begins at another and goes on up to a third.
+void EndLineAt(Wrapping &wrap, std::size_t end, std::size_t next, std::size_t upTo) {
+    wrap.Sink.PrintPiece(wrap.Value.substr(wrap.LineStart, end - wrap.LineStart), wrap.Column, false, wrap.Title);
+    wrap.LineStart = next;
+    wrap.Columns = Columns(wrap.Value.substr(next, upTo - next));
+}
+
+// At its last blank, or where it has none right there.
+void EndFullLine(Wrapping &wrap, std::size_t at) {
+    const std::size_t end = wrap.LastBlank > wrap.LineStart ? wrap.LastBlank : at;
+    EndLineAt(wrap, end, end, at);
+}
+
+} // namespace
+
 void WrapValue(std::string_view value, double firstColumn, double firstWidth, double column, double width,
                const PrintSink &sink, std::string_view title) {
-    std::size_t lineStart = 0; // characters before the line
-    std::size_t lastBlank = 0; // characters up to and with the last blank
-    double lineColumn = firstColumn;
-    double lineWidth = firstWidth;
-    for (std::size_t i = 1; i <= value.size(); ++i) {
-        const char c = value[i - 1];
-        if (c == ' ') lastBlank = i;
-        const bool hardEnd = c == '\r' && i < value.size() && value[i] == '\n';
-        if (!hardEnd && static_cast<double>(i) - static_cast<double>(lineStart) < lineWidth) continue;
-        std::size_t end = i;
-        std::size_t next = i;
-        if (hardEnd) {
-            end = i - 1;
-            next = i + 1;
-        } else if (lastBlank > lineStart) {
-            end = lastBlank;
-            next = lastBlank;
+    Wrapping wrap{value, sink, title, firstColumn, firstWidth};
+    const auto nextLines = [&] {
+        wrap.Column = column;
+        wrap.Width = width;
+    };
+    const bool plain = IsAscii(value);
+    for (std::size_t i = 0; i < value.size();) {
+        if (value[i] == '\r' && value.substr(i).starts_with(NL)) {
+            EndLineAt(wrap, i, i + NL.size(), i + NL.size());
+            nextLines();
+            if (wrap.Width <= 0) EndFullLine(wrap, wrap.LineStart); // each character has a line, the line feed, too
+            i = wrap.LineStart;
+            continue;
         }
-        sink.PrintPiece(value.substr(lineStart, end - lineStart), lineColumn, false, title);
-        lineStart = next;
-        lineColumn = column;
-        lineWidth = width;
+        const std::size_t next = plain ? i + 1 : i + CharacterLength(value, i);
+        const std::size_t more = plain ? 1 : Columns(value.substr(i, next - i));
+        // A wide character does not begin in the last column.
+        if (more > 1 && wrap.Columns > 0 && static_cast<double>(wrap.Columns + more) >= wrap.Width + 1) {
+            EndFullLine(wrap, i);
+            nextLines();
+        }
+        wrap.Columns += more;
+        if (value[i] == ' ') wrap.LastBlank = next;
+        i = next;
+        if (static_cast<double>(wrap.Columns) < wrap.Width) continue;
+        EndFullLine(wrap, i);
+        nextLines();
     }
-    sink.PrintPiece(value.substr(std::min(lineStart, value.size())), lineColumn, true, title);
+    sink.PrintPiece(value.substr(wrap.LineStart), wrap.Column, true, title);
 }

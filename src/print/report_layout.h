@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-// What a layout places its texts on. Columns are characters.
+// What a layout places its texts on.
 struct PrintSink {
     double Left = 0;                 // column of titles
     double RightLimit = 0;           // column that no value reaches
@@ -29,14 +29,18 @@ inline constexpr std::string_view HeaderFailure = "File Header Failure -- This i
 // What is indented by its level.
 enum class Indents : unsigned char { None, Titles, TitlesAndData, Raw }; // Raw: without header and group ends, too
 
+// Of a text file: Windows-1252 where it has all the characters, else UTF-8; or as asked for.
+enum class PrintEncoding : unsigned char { WhatSuffices, CodePage, Utf8 };
+
 // All that the layout of a copy needs beside the report.
 struct PrintOptions {
     Indents Indent = Indents::None;
-    double DataIndent = 0;                  // characters; of the two modes whose data do not go by their level
-    std::string Separator{};                // behind each title
-    bool Below = false;                     // data start on the line below their title
-    std::string Heading{};                  // of each page
-    std::string Label{};                    // names the report
+    double DataIndent = 0;   // characters; of the two modes whose data do not go by their level
+    std::string Separator{}; // behind each title
+    bool Below = false;      // data start on the line below their title
+    std::string Heading{};   // of each page
+    std::string Label{};     // names the report
+    PrintEncoding As = PrintEncoding::WhatSuffices;
     void (*Progress)(int record) = nullptr; // told of each record before it is placed, from 1, the header; or null
 };
 

@@ -2,6 +2,8 @@
 #include "print/text_lines.h"
 
 #include "model/field_model.h"
+#include "platform/characters.h"
+#include "platform/codepage.h"
 #include "platform/files.h"
 #include "platform/items.h"
 #include "print/report_layout.h"
@@ -13,25 +15,32 @@ namespace {
 
 constexpr std::size_t LineLength = 80;
 
-// The file being written, and its line so far; none outside a print.
+// The file being written, none outside a print and where it is only looked which characters there are; its encoding,
+// and its line so far.
 OutputFile *Output = nullptr;
+bool Utf8 = false;
+bool Foreign = false; // a character was not in the code page
 std::string Line;
 
 void EndLine() {
     Line += NL;
-    Output->Write(Line);
+    if (Output == nullptr)
+        Foreign = Foreign || !FitsCodePage(Line);
+    else
+        Output->Write(Utf8 || IsAscii(Line) ? Line : FromUtf8(Line));
     Line.clear();
 }
 
 void WriteAt(std::string_view text, double column) {
     const auto wanted = static_cast<std::size_t>(std::max(column, 0.0));
-    if (!text.empty() && Line.size() < wanted) Line.resize(wanted, ' ');
+    const std::size_t columns = Columns(Line);
+    if (!text.empty() && columns < wanted) Line.append(wanted - columns, ' ');
     Line += text;
 }
 
 double WriteTitle(std::string_view text, double column) {
     WriteAt(text, column);
-    return static_cast<double>(Line.size());
+    return static_cast<double>(Columns(Line));
 }
 
 void WritePiece(std::string_view text, double column, bool /*last*/, std::string_view /*title*/) {
@@ -40,7 +49,8 @@ void WritePiece(std::string_view text, double column, bool /*last*/, std::string
 }
 
 void WriteCentred(std::string_view text, Integer style) {
-    const std::size_t before = text.size() >= LineLength ? 0 : (LineLength - text.size()) / 2;
+    const std::size_t columns = Columns(text);
+    const std::size_t before = columns >= LineLength ? 0 : (LineLength - columns) / 2;
     for (Integer line = 0; line < style; ++line) EndLine();
     WriteAt(text, static_cast<double>(before));
     EndLine();
@@ -49,10 +59,8 @@ void WriteCentred(std::string_view text, Integer style) {
 
 void NoPageBreak() {}
 
-} // namespace
-
-void WriteTextPrint(ItemInput &input, OutputFile &output, const PrintOptions &options) {
-    Output = &output;
+void WriteLines(ItemInput &input, OutputFile *output, const PrintOptions &options) {
+    Output = output;
     Line.clear();
     const PrintSink sink{0, LineLength, NoPageBreak, WriteTitle, EndLine, WritePiece, WriteCentred};
     if (options.Indent != Indents::Raw) {
@@ -67,4 +75,22 @@ void WriteTextPrint(ItemInput &input, OutputFile &output, const PrintOptions &op
         WriteTitle(HeaderFailure, 0);
         EndLine();
     }
+}
+
+// Something that is printed is not in the code page.
+bool PrintsForeign(ItemInput input, PrintOptions options) {
+    const bool plain = FitsCodePage(input.Bytes) && FitsCodePage(options.Heading) && FitsCodePage(options.Separator);
+    if (plain) return false;
+    options.Progress = nullptr;
+    Foreign = false;
+    FaultOf([&] { WriteLines(input, nullptr, options); });
+    return Foreign;
+}
+
+} // namespace
+
+void WriteTextPrint(ItemInput &input, OutputFile &output, const PrintOptions &options) {
+    Utf8 = options.As == PrintEncoding::Utf8 ||
+           (options.As == PrintEncoding::WhatSuffices && PrintsForeign(input, options));
+    WriteLines(input, &output, options);
 }

@@ -2,8 +2,9 @@
 #include "report/choice_matching.h"
 
 #include "model/field_model.h"
+#include "model/text_files.h"
 #include "model/work_files.h"
-#include "platform/codepage.h"
+#include "platform/characters.h"
 #include "platform/items.h"
 #include "report/notices.h"
 
@@ -32,7 +33,8 @@ ChoiceIndex IndexOf(const std::vector<std::string> &choices, long comparedLength
         if (IsOther(choice)) index.Open = position;
     }
     for (const std::string &choice : choices)
-        index.Positions.try_emplace(RTrim(Left(choice, comparedLength)), ToInteger(&choice - choices.data()));
+        index.Positions.try_emplace(RTrim(FirstCharacters(choice, static_cast<std::size_t>(comparedLength))),
+                                    ToInteger(&choice - choices.data()));
     return index;
 }
 
@@ -50,7 +52,7 @@ bool IsOther(std::string_view choice) { return UpperCase(Trim(choice)) == "OTHER
 bool IsClear(std::string_view choice) { return UpperCase(Trim(choice)) == "<RESET/CLEAR FIELD ENTRY>"; }
 
 std::vector<std::string> ReadChoiceFile(Integer element) {
-    ItemInput input = ItemsOf(ReadWorkFile(ChoiceFileName(element)));
+    ItemInput input = ItemsOf(FileText(ReadWorkFile(ChoiceFileName(element))));
     std::vector<std::string> choices;
     while (!AtEnd(input)) choices.push_back(ReadTextLine(input, Input::Lenient));
     return choices;
@@ -61,8 +63,9 @@ long ComparedLength(Integer element) { return FieldRow[element] == 0 ? LengthOf(
 Integer ChoiceOf(const std::vector<std::string> &choices, std::string_view text, long comparedLength) {
     if (Trim(text).empty()) return -1;
     const auto length = static_cast<std::size_t>(comparedLength);
-    const auto equal = std::find_if(choices.begin(), choices.end(),
-                                    [&](std::string_view choice) { return Means(text, choice.substr(0, length)); });
+    const auto equal = std::find_if(choices.begin(), choices.end(), [&](std::string_view choice) {
+        return Means(text, FirstCharacters(choice, length));
+    });
     if (equal != choices.end()) return ToInteger(equal - choices.begin());
     const auto open = std::find_if(choices.rbegin(), choices.rend(), IsOther);
     return ToInteger(choices.rend() - open - 1);

@@ -1,8 +1,10 @@
 // Occurrences in a report being read (group_reader.h).
 #include "report/group_reader.h"
 
+#include "model/cells.h"
 #include "model/field_model.h"
 #include "model/store.h"
+#include "platform/characters.h"
 #include "report/choice_matching.h"
 #include "report/notices.h"
 #include "report/title_index.h"
@@ -20,9 +22,7 @@ struct Block {
     bool Unknown = false;    // its records are skipped
     bool StoreBlank = false; // the store held nothing when the block began
     bool HasValue = false;
-    std::string Cells;       // of all its occurrences so far
-    Integer Occurrences = 0; // of this block
-    std::size_t Length = 0;  // cells of one occurrence
+    Cells Occurrences; // those so far
 };
 
 Block OpenedBlock;
@@ -37,17 +37,19 @@ Integer FirstCut = 0;
 void BeginBlock(Integer head) {
     OpenedBlock = {};
     OpenedBlock.Head = head;
-    OpenedBlock.Length = static_cast<std::size_t>(LengthOf(head));
-    std::string stored;
+    OpenedBlock.Occurrences = BlankCells(static_cast<std::size_t>(LengthOf(head)), 0);
+    Cells stored;
     ReadStore(head, stored);
     OpenedBlock.StoreBlank = IsBlank(stored);
     if (!OpenedBlock.StoreBlank) AskOverwriteGroups();
 }
 
-const Member &PlaceOf(Integer member) {
-    const std::vector<Member> &members = Members(OpenedBlock.Head);
-    return *std::lower_bound(members.begin(), members.end(), member,
-                             [](const Member &m, Integer element) { return m.Element < element; });
+// Its place among the members of the group being read.
+std::size_t PlaceOf(Integer member) {
+    const GroupMembers &members = Members(OpenedBlock.Head);
+    const auto place = std::lower_bound(members.begin(), members.end(), member,
+                                        [](const Member &m, Integer element) { return m.Element < element; });
+    return static_cast<std::size_t>(place - members.begin());
 }
 
 std::string FittedValue(Integer member, std::string_view value) {
@@ -55,11 +57,12 @@ std::string FittedValue(Integer member, std::string_view value) {
     std::erase(text, '|'); // a member holds no instances
     text = RTrim(text);
     const auto cells = static_cast<std::size_t>(LengthOf(member));
-    if (text.size() <= cells) return text;
+    const std::string_view fitting = FirstCharacters(text, cells);
+    if (fitting.size() == text.size()) return text;
     CutMembers.insert(member);
     TellValueCut(member);
     if (FirstCut == 0) FirstCut = member;
-    text.resize(cells);
+    text.resize(fitting.size());
     if (text.ends_with('\r')) text.pop_back(); // half a line break
     return text;
 }
@@ -87,8 +90,8 @@ bool BeginOccurrence(Integer level, const std::string &title) {
         EndBlock();
         BeginBlock(head);
     }
-    OpenedBlock.Occurrences = ToInteger(OpenedBlock.Occurrences + 1); // those before one too many stay
-    OpenedBlock.Cells.append(OpenedBlock.Length, ' ');
+    ToInteger(CountIn(OpenedBlock.Occurrences) + 1); // those before one too many stay
+    AppendBlankOccurrence(OpenedBlock.Occurrences, Members(head));
     return true;
 }
 
@@ -102,31 +105,36 @@ void PlaceMember(Integer member, std::string_view value) {
     // What is no choice as the record has it does not become one by being cut.
     const bool refused = IsList(member) && !MatchMemberChoice(member, std::string(value));
     const std::string placed = refused ? "" : FittedValue(member, value);
-    const Member &place = PlaceOf(member);
-    std::string padded = placed;
-    padded.resize(place.Cells, ' ');
-    const std::size_t first = OpenedBlock.Cells.size() - OpenedBlock.Length + place.First;
-    const std::string_view former = std::string_view(OpenedBlock.Cells).substr(first, place.Cells);
-    if (!IsBlank(former) && former != padded) {
+    const GroupMembers &members = Members(OpenedBlock.Head);
+    const std::size_t place = PlaceOf(member);
+    const std::size_t last = CountIn(OpenedBlock.Occurrences) - 1;
+    std::string room;
+    const std::string_view former = MemberIn(OpenedBlock.Occurrences, members, last, place, room);
+    if (!IsBlank(former) && RTrim(former) != placed) {
         TellValueReplaced(member);
         NoteLeftOut();
     }
-    OpenedBlock.Cells.replace(first, place.Cells, padded);
+    PutMember(OpenedBlock.Occurrences, members, last, place, placed);
     OpenedBlock.HasValue = OpenedBlock.HasValue || !placed.empty();
 }
 
 void EndBlock() {
     const Block block = std::exchange(OpenedBlock, {});
     if (!block.HasValue) return;
-    std::string stored;
-    if (!block.StoreBlank) ReadStore(block.Head, stored);
     const bool again = !Stored.insert(block.Head).second;
-    if (MergeFlag != AddInstances && !stored.empty()) {
-        if (stored != block.Cells) TellValueReplaced(block.Head);
-        if (again) NoteLeftOut();
-        stored.clear();
+    if (block.StoreBlank) {
+        ReplaceStore(block.Head, block.Occurrences);
+        return;
     }
-    ReplaceStore(block.Head, stored + block.Cells);
+    Cells stored;
+    ReadStore(block.Head, stored);
+    if (MergeFlag != AddInstances) {
+        if (stored != block.Occurrences) TellValueReplaced(block.Head);
+        if (again) NoteLeftOut();
+        stored.Bytes.clear();
+    }
+    AppendCells(stored, Members(block.Head), block.Occurrences);
+    ReplaceStore(block.Head, std::move(stored));
 }
 
 void TellCutMembers() {

@@ -60,7 +60,7 @@ void RememberFile() {
 
 // The report's bytes; false after the message where it cannot be read or is none.
 bool OpenReport(ItemInput &input) {
-    const Integer fault = FaultOf([&] { input = OpenItems(ReportFileDir + ReportFileName); });
+    const Integer fault = FaultOf([&] { input = OpenReportText(ReportFileDir + ReportFileName); });
     BeginNotices(Window, input);
     if (fault != 0) {
         TellDamaged(fault);

@@ -2,6 +2,7 @@
 #include "report/notices.h"
 
 #include "model/field_model.h"
+#include "model/text_files.h"
 #include "platform/codepage.h"
 
 #include <string_view>
@@ -23,12 +24,17 @@ constexpr std::string_view NotFoundTitle = "WARNING - Field Not Found in List!";
 constexpr std::string_view RefusedTitle = "WARNING - Field Data Not Found in List!";
 constexpr std::string_view CutTitle = "WARNING - Field Data Cut!";
 
+long LineOf(std::size_t at) {
+    if (at < Counted.At) Counted = {};
+    return LineAt(Counted, Report->Bytes, at);
+}
+
 Answer Tell(Notice what, std::string_view title, const std::string &text, int style, Integer element = 0,
             Integer error = 0) {
     if (what == Notice::TooDeep || what == Notice::NotInTemplate || what == Notice::NotInList ||
         what == Notice::ValueCut)
         NoteLeftOut();
-    const long line = Front->WantsLines ? LineAt(Counted, Report->Bytes, RecordAt) : 0;
+    const long line = Front->WantsLines ? LineOf(RecordAt) : 0;
     return Front->Tell({what, std::string(title), text, style, element, error, line});
 }
 
@@ -73,6 +79,22 @@ void TellDamaged(Integer error) {
          "Error:  " + ErrorText(error) + NL + NL + NL + "Quintave Data Fields may have been corrupted!" + NL + NL +
              "You might want to `RESET' and start over!",
          CriticalIcon, 0, error);
+}
+
+void TellEncoding() {
+    const long line = LineNotUtf8(*Report);
+    RecordAt = line > 0 ? Report->NotUtf8At : 0;
+    if (line > 0)
+        Tell(Notice::NotUtf8, "WARNING - Not All of It Is UTF-8!",
+             "This file says that it is UTF-8, and in line " + std::to_string(line) +
+                 " it is not. What is no UTF-8 was read as Windows-1252.",
+             ExclamationIcon);
+    else if (Report->LooksUtf8)
+        Tell(Notice::LooksUtf8, "WARNING - This File Looks Like UTF-8!",
+             "This file is read as Windows-1252, because it does not say that it is UTF-8. Where you see two or more "
+             "strange characters in the place of one, let the second item of its first line end in" +
+                 std::string(Utf8Mark) + " and open it again.",
+             InformationIcon);
 }
 
 bool MaySkipTooDeep(Integer level, const std::string &title) {

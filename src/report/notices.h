@@ -19,6 +19,8 @@ enum class Notice : unsigned char {
     OverwriteGroups, // the same for groups
     ValuesCut,       // behind a load: some values were cut to the cells of their members
     ValueCut,        // one of them, as it comes; for fronts that tell each by its line
+    NotUtf8,         // the file says that it is UTF-8, and not all of it is
+    LooksUtf8,       // it does not say so, and all of it is
     ValueReplaced,   // a value takes the place of another one, or occurrences that of others; nobody is asked
 };
 
@@ -62,6 +64,7 @@ void NotePlaced(Integer row);
 // Each tells its notice; the text says the rest.
 void TellNotAReport();
 void TellDamaged(Integer error);
+void TellEncoding(); // where it may not be the one that the file was written in
 bool MaySkipTooDeep(Integer level, const std::string &title); // false: the load ends
 bool MayDropRecord(const std::string &title);                 // false: the load ends
 void TellNotInList(Integer element, const std::string &text);

@@ -101,6 +101,7 @@ LoadResult ReadReport(ItemInput &input, const LoadFront &front) {
         TellNotAReport();
         return LoadResult::Refused;
     }
+    TellEncoding();
     ForgetTitlesRead();
     Filled.assign(static_cast<std::size_t>(NumFields) + 1, false);
     StartBlocks();

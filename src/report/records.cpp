@@ -3,8 +3,10 @@
 
 #include "model/field_model.h"
 #include "model/store.h"
-#include "model/template_reader.h"
+#include "model/text_files.h"
+#include "platform/characters.h"
 #include "platform/codepage.h"
+#include "platform/files.h"
 
 namespace {
 
@@ -14,11 +16,15 @@ bool HasLineBreak(const std::string &text) {
 
 } // namespace
 
-bool IsReportName(const std::string &name) { return UpperCase(Right(name, 3)) == "RPX"; }
+bool IsReportName(const std::string &name) {
+    return name.size() >= 3 && UpperCase(name.substr(name.size() - 3)) == "RPX";
+}
 
 std::string CaptionName(const std::string &name) {
     return NameText(name.substr(0, name.size() < 5 ? 0 : name.size() - 4));
 }
+
+ItemInput OpenReportText(const std::string &path) { return ReportText(ReadFile(path)); }
 
 bool ReadReportHeader(ItemInput &input, std::string *templateName) {
     try {
@@ -36,7 +42,7 @@ bool ReadReportHeader(ItemInput &input, std::string *templateName) {
 long CountValues(const std::string &path) {
     long values = 0;
     FaultOf([&] {
-        ItemInput input = OpenItems(path);
+        ItemInput input = OpenReportText(path);
         ReportRecord record;
         if (!ReadReportHeader(input)) return;
         while (!AtEnd(input)) {

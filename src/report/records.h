@@ -28,6 +28,9 @@ struct ReportRecord {
     std::string Text; // lines end in CR LF
 };
 
+// The file at a path as a report's text; the errors of ReadFile (files.h).
+ItemInput OpenReportText(const std::string &path);
+
 // The first record is that of a report; the input stands behind it. Hands out the name of the template it was made on.
 bool ReadReportHeader(ItemInput &input, std::string *templateName = nullptr);
 

@@ -8,7 +8,7 @@
 std::string TemporaryReportName() {
     std::string name;
     for (int n = 2; n <= 101; ++n) {
-        name = "!quin!" + Right(std::to_string(n + 100), 2) + ".$$$";
+        name = "!quin!" + std::to_string(n + 100).substr(1) + ".$$$";
         if (!NameTaken(ResourceDir + name)) return name;
     }
     return "!quin!99.$$$";

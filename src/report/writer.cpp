@@ -1,9 +1,11 @@
 // Writing the entries as a report (writer.h). The commands that save: save_command.cpp; the way back: reader.cpp.
 #include "report/writer.h"
 
+#include "model/cells.h"
 #include "model/field_model.h"
 #include "model/store.h"
-#include "model/template_reader.h"
+#include "model/text_files.h"
+#include "platform/characters.h"
 #include "platform/codepage.h"
 #include "platform/files.h"
 #include "platform/items.h"
@@ -14,24 +16,38 @@
 
 namespace {
 
-// The values written of the present report; an empty text is none.
-long Values = 0;
+// A report being written, or only looked at for what it holds.
+struct ReportFile {
+    OutputFile *Output = nullptr; // null: nothing is written
+    bool Utf8 = false;
+    bool Foreign = false; // a character was not in the code page
+    long Values = 0;      // written so far; an empty text is none
+
+    void Write(std::string_view text) {
+        if (Output == nullptr)
+            Foreign = Foreign || !FitsCodePage(text);
+        else if (Utf8 || IsAscii(text))
+            Output->Write(text);
+        else
+            Output->Write(FromUtf8(text));
+    }
+};
 
 // Not put together first: a value may be long.
-void WriteQuoted(OutputFile &file, std::string_view text, std::string_view end) {
+void WriteQuoted(ReportFile &file, std::string_view text, std::string_view end) {
     file.Write("\"");
     file.Write(text);
     file.Write("\"");
     file.Write(end);
 }
 
-void WriteRecord(OutputFile &file, Integer level, Integer count, std::string_view title, std::string_view text) {
+void WriteRecord(ReportFile &file, Integer level, Integer count, std::string_view title, std::string_view text) {
     file.Write(std::to_string(level) + "," + std::to_string(count) + ",");
     WriteQuoted(file, title, ",");
     WriteQuoted(file, text, NL);
 }
 
-void WriteLines(OutputFile &file, Integer element, std::string_view piece) {
+void WriteLines(ReportFile &file, Integer element, std::string_view piece) {
     std::vector<std::string_view> lines;
     for (auto end = piece.find(NL); end != std::string_view::npos; end = piece.find(NL)) {
         lines.push_back(piece.substr(0, end));
@@ -47,14 +63,14 @@ bool HasQuotesToReplace(Integer element, std::string_view value) {
 }
 
 // The records of one element's value, one for each instance.
-void WriteFieldValue(OutputFile &file, Integer element, std::string_view value) {
+void WriteFieldValue(ReportFile &file, Integer element, std::string_view value) {
     std::string written;
     if (value.ends_with(' ') || HasQuotesToReplace(element, value)) value = written = WrittenText(element, value);
     if (value.empty()) return;
     for (std::size_t first = 0; first <= value.size();) {
         const auto end = std::min(value.find('|', first), value.size());
         const std::string_view piece = value.substr(first, end - first);
-        if (!piece.empty()) ++Values;
+        if (!piece.empty()) ++file.Values;
         if (FieldInfo[element][TypeCode] == Memo)
             WriteLines(file, element, piece);
         else
@@ -63,26 +79,25 @@ void WriteFieldValue(OutputFile &file, Integer element, std::string_view value) 
     }
 }
 
-void WriteMembers(OutputFile &file, Integer head, std::string_view cells) {
-    auto member = Members(head).begin();
-    const auto last = Members(head).end();
+void WriteMembers(ReportFile &file, Integer head, const Cells &occurrences, std::size_t occurrence) {
+    const GroupMembers &members = Members(head);
+    std::size_t member = 0;
+    std::string room;
     for (Integer e = ToInteger(head + 1); e < GroupEnd(head); ++e) {
         if (IsSection(e)) WriteRecord(file, LevelOf(e), HeadingMarker, FieldTitle[e], "");
-        if (member == last || member->Element != e) continue;
-        WriteFieldValue(file, e, cells.substr(std::min(member->First, cells.size()), member->Cells));
+        if (member == members.size() || members[member].Element != e) continue;
+        WriteFieldValue(file, e, MemberIn(occurrences, members, occurrence, member, room));
         ++member;
     }
 }
 
-void WriteGroup(OutputFile &file, Integer head) {
-    std::string occurrences;
-    const GroupCounts counts = ReadStore(head, occurrences);
-    const auto length = static_cast<std::size_t>(counts.Items);
-    for (Integer k = 0; k < counts.Occurrences; ++k) {
+void WriteGroup(ReportFile &file, Integer head) {
+    Cells occurrences;
+    const Integer count = ReadStore(head, occurrences).Occurrences;
+    for (Integer k = 0; k < count; ++k) {
         WriteRecord(file, LevelOf(head), OccurrenceMarker, FieldTitle[head],
                     std::string(OccurrenceText) + std::to_string(k + 1));
-        const std::size_t first = std::min(static_cast<std::size_t>(k) * length, occurrences.size());
-        WriteMembers(file, head, std::string_view(occurrences).substr(first, length));
+        WriteMembers(file, head, occurrences, static_cast<std::size_t>(k));
     }
     WriteRecord(file, LevelOf(head), GroupEndMarker, GroupEndTitle, "");
 }
@@ -95,12 +110,12 @@ void EndHeadings(Headings &headings, Integer level) {
     while (!headings.empty() && LevelOf(headings.back()) >= level) headings.pop_back();
 }
 
-void WriteHeadings(OutputFile &file, Headings &headings) {
+void WriteHeadings(ReportFile &file, Headings &headings) {
     for (const Integer heading : headings) WriteRecord(file, LevelOf(heading), HeadingMarker, FieldTitle[heading], "");
     headings.clear();
 }
 
-void WriteElements(OutputFile &file) {
+void WriteElements(ReportFile &file) {
     Headings headings;
     for (int next = 1; next <= NumFields; ++next) {
         const Integer e = ToInteger(next);
@@ -136,21 +151,45 @@ std::string HeaderName(std::string_view templateName) {
     return name;
 }
 
+bool StoreIsWide(Integer head) {
+    bool wide = false;
+    FaultOf([&] { wide = LayoutOf(head).Wide; }); // one that cannot be read is the write's own fault
+    return wide;
+}
+
+// Some character of the entries is not in the code page, or of the titles, which are written only with what stands
+// below them.
+bool HoldForeign() {
+    for (const Integer e : Elements())
+        if (!FitsCodePage(FieldTitle[e]) || (HasRow(e) && !FitsCodePage(ValueOf(e)))) return true;
+    return std::any_of(WrittenStores().begin(), WrittenStores().end(), StoreIsWide);
+}
+
+bool NeedsUtf8(const std::string &name) {
+    if (!FitsCodePage(name)) return true;
+    if (!HoldForeign()) return false;
+    ReportFile looked;
+    FaultOf([&] { WriteElements(looked); }); // the same again when it is written
+    return looked.Foreign;
+}
+
 } // namespace
 
 void CheckCounts() {
     for (const Integer e : Elements()) {
         // A store that is missing or cut short is the write's own fault: what stands before its group is written.
-        if (IsGroupStart(e) && FaultOf([&] { CountsOf(e); }) == Overflow) throw RuntimeError{Overflow};
+        if (IsGroupStart(e) && FaultOf([&] { LayoutOf(e); }) == Overflow) throw RuntimeError{Overflow};
         if (HasRow(e) && FieldInfo[e][TypeCode] == Memo) CheckLines(ValueOf(e));
     }
 }
 
-long WriteReport(OutputFile &file, std::string_view templateName) {
-    Values = 0;
-    file.Write("0," + Quoted(VersionIdentifier) + "," + Quoted(HeaderName(templateName)) + NL);
+long WriteReport(OutputFile &output, std::string_view templateName) {
+    const std::string name = HeaderName(templateName);
+    ReportFile file{&output, NeedsUtf8(name)};
+    file.Write("0," + Quoted(std::string(VersionIdentifier) + std::string(file.Utf8 ? Utf8Mark : "")) + "," +
+               Quoted(name) + NL);
     WriteElements(file);
-    return Values;
+    return file.Values;
 }
 
 std::string WrittenText(Integer element, std::string_view value) {

@@ -4,6 +4,7 @@
 #include "form/main_window.h"
 #include "groups/occurrence.h"
 #include "model/field_model.h"
+#include "platform/codepage.h"
 #include "platform/dialogs.h"
 #include "screen/command_keys.h"
 #include "screen/selected_field.h"
@@ -74,18 +75,18 @@ void List1_KeyDown(Integer /*Index*/, Integer &KeyCode, Integer Shift) {
 }
 
 void List1_ForeignKey(std::string_view Character) {
-    Box_ForeignKey(Character);
-    PendingKey = 0;
+    PendingKey = Character;
+    UserKey = True;
     List1_DblClick(ActiveList);
 }
 
 void List1_KeyPress(Integer Index, Integer &KeyAscii) {
     if (CtrlHeld == True) return;
-    PendingKey = 0;
+    PendingKey.clear();
     if (KeyAscii == EnterCode || KeyAscii == CtrlEnterCode) {
         UserKey = False;
     } else if (!RefuseReservedKey(KeyAscii)) {
-        PendingKey = KeyAscii;
+        PendingKey = CharacterWithCode(KeyAscii);
         UserKey = True;
     }
     KeyAscii = 0;

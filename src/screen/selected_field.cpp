@@ -7,15 +7,16 @@
 #include "help/help_window.h"
 #include "model/field_model.h"
 #include "model/work_files.h"
-#include "platform/codepage.h"
+#include "platform/characters.h"
 #include "report/choice_matching.h"
 #include "screen/instances.h"
 #include "screen/selection.h"
 #include "screen/value_entry.h"
 
 #include <algorithm>
+#include <utility>
 
-Integer PendingKey = 0;
+std::string PendingKey;
 std::string CallTrail;
 
 namespace {
@@ -100,16 +101,15 @@ Control *EntryControl(Integer element) {
 
 // What becomes of a character typed on the field list, now that the entry control has the focus.
 void ApplyPendingKey(Integer element) {
-    const Integer key = PendingKey;
     UserKey = False;
-    if (key >= 1 && IsList(element)) {
-        PendingKey = static_cast<unsigned char>(UpperCase(std::string(1, static_cast<char>(key)))[0]);
+    if (!PendingKey.empty() && IsList(element)) {
+        PendingKey = UpperCase(PendingKey);
         SelectChoiceByLetter();
         return;
     }
-    PendingKey = 0;
-    if (key >= ' ' && element != 0 && HasValue(element))
-        TypeIntoBox(ValueBox(FieldInfo[element][TypeCode]), static_cast<char>(key));
+    const std::string key = std::exchange(PendingKey, "");
+    const bool types = !key.empty() && static_cast<unsigned char>(key[0]) >= ' ';
+    if (types && element != 0 && HasValue(element)) TypeIntoBox(ValueBox(FieldInfo[element][TypeCode]), key);
 }
 
 } // namespace
@@ -127,7 +127,7 @@ void ShowSelectedField(ShowMode Mode, ShowFocus Focus) {
     ShowInstanceControls(element, Mode == Restart);
     if (IsList(element)) ShowChoices(element, Mode);
     if (Focus == TakeFocus && !GroupIsOpen() && IsGroupStart(element)) {
-        PendingKey = 0;
+        PendingKey.clear();
         OpenGroup(element);
         return;
     }
@@ -141,19 +141,18 @@ void ShowSelectedField(ShowMode Mode, ShowFocus Focus) {
 
 void SelectChoiceByLetter() {
     Control &choices = ActiveChoices();
-    const char letter = static_cast<char>(PendingKey);
+    const std::string letter = std::exchange(PendingKey, "");
     const Integer selected = choices.ListIndex;
     Integer matches = 0;
     Integer first = -1;
     Integer next = -1;
     for (Integer i = 0; i < ToInteger(choices.Rows.size()); ++i) {
         const std::string &row = choices.Rows[static_cast<std::size_t>(i)];
-        if (row.empty() || row[0] != letter) continue;
+        if (FirstCharacters(row, 1) != letter) continue;
         ++matches;
         if (first < 0) first = i;
         if (next < 0 && i > selected) next = i;
     }
-    PendingKey = 0;
     if (matches > 0) {
         UserKey = True;
         SetListIndex(choices, next >= 0 ? next : first);

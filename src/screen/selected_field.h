@@ -17,7 +17,7 @@ enum ShowFocus {
 };
 
 // Character code of a letter typed on the field list that is still to be looked for in the choice list; 0 for none.
-extern Integer PendingKey;
+extern std::string PendingKey;
 
 // The procedures that led to the present refresh, for diagnosis; nothing branches on it.
 extern std::string CallTrail;

@@ -5,6 +5,7 @@
 #include "form/main_window.h"
 #include "groups/occurrence.h"
 #include "model/field_model.h"
+#include "platform/characters.h"
 #include "platform/codepage.h"
 #include "platform/dialogs.h"
 #include "report/choice_matching.h"
@@ -47,16 +48,16 @@ long LengthLimit() {
     return limit >= NoLimit && !GroupIsOpen() ? LONG_MAX : limit;
 }
 
-// The text cut to a length; half a line break at its end goes too.
+// The text cut to a length in characters; half a line break at its end goes too.
 std::string CutText(std::string_view text, long limit) {
-    std::string cut = Left(text, limit);
-    if (static_cast<long>(text.size()) > limit && cut.ends_with('\r')) cut.pop_back();
+    std::string cut(FirstCharacters(text, static_cast<std::size_t>(limit)));
+    if (cut.size() < text.size() && cut.ends_with('\r')) cut.pop_back();
     return cut;
 }
 
 void LimitLength(Control &box) {
-    const long limit = LengthLimit();
-    if (static_cast<long>(box.Text.size()) > limit) SetText(box, CutText(box.Text, limit), box.Caret);
+    const std::string cut = CutText(box.Text, LengthLimit());
+    if (cut.size() < box.Text.size()) SetText(box, cut, box.Caret);
 }
 
 // Of a box: where its last line ends that the count of a report's record can tell; npos where there is no line behind.
@@ -77,7 +78,7 @@ void LimitLines(Control &box) {
     const std::size_t end = EndOfLastLine(box.Text);
     if (end == std::string::npos) return;
     const auto left = std::count(box.Text.begin() + static_cast<std::ptrdiff_t>(end), box.Text.end(), '\n');
-    SetText(box, Left(box.Text, static_cast<long>(end)), box.Caret);
+    SetText(box, box.Text.substr(0, end), box.Caret);
     TellCut("Lines", static_cast<std::size_t>(left));
 }
 
@@ -161,13 +162,13 @@ std::string EditedValue() {
     return InstancesShown() < 2 ? text : WithInstance(value, ShownInstance(), text);
 }
 
-std::string EditedItems() {
+Cells EditedItems() {
     const Control *const box = EditedBox();
     return box == nullptr || !IsEdited(*box) ? GroupItems : ItemsWith(CurrentField, WithoutReserved(box->Text));
 }
 
-void TypeIntoBox(Control &box, char character) {
-    const std::string text = box.Text + character;
+void TypeIntoBox(Control &box, std::string_view character) {
+    const std::string text = box.Text + std::string(character);
     SetText(box, text, static_cast<long>(text.size()));
     RunEvent(box, Event::Change);
 }
@@ -198,9 +199,9 @@ void Text1_KeyDown(Integer /*Index*/, Integer &KeyCode, Integer Shift) {
 void Text1_KeyPress(Integer Index, Integer &KeyAscii) {
     const Control &box = Text1At(Index);
     if (TakesKey(box, KeyAscii)) return;
-    const std::size_t loaded = box.Text.size();
+    const std::size_t loaded = Length(box.Text);
     Text1_Change(Index);
-    const std::size_t left = loaded - box.Text.size();
+    const std::size_t left = loaded - Length(box.Text);
     Text1_LostFocus(Index);
     LeaveForNextRow();
     if (left > 0) TellCut("Characters", left);
@@ -235,15 +236,15 @@ void Text2_Change(Integer Index) {
 
 void Text2_LostFocus(Integer Index) { CommitEdit(Text2At(Index)); }
 
-void Box_ForeignKey(std::string_view Character) {
-    TellUtf8("'" + std::string(Character) +
-                 "' can not be stored in a Quintave file and is not allowed as input. Please choose another character.",
-             "Quintave");
-}
-
-void Box_ForeignPaste() {
-    MsgBox("Some of the characters you entered can not be stored in a Quintave file and were replaced by '?'.", OkOnly,
-           "Quintave");
+void Box_Pasted(std::string_view Text) {
+    if (Text.find_first_of("|\"") != std::string_view::npos)
+        MsgBox("'|' and the 'double quote' or 'seconds' symbol are reserved characters in Quintave and are left out of "
+               "what you entered. The quotes \u201C and \u201D may be used.",
+               OkOnly, "Quintave");
+    if (Text.find("\uFFFD") != std::string_view::npos)
+        MsgBox(
+            "Some of what you entered was damaged before it came here. In the place of its characters stands \uFFFD.",
+            OkOnly, "Quintave");
 }
 
 void List2_GotFocus(Integer Index) { SetBackColor(List2At(Index), White); }
@@ -280,9 +281,14 @@ void List2_KeyPress(Integer /*Index*/, Integer &KeyAscii) {
         SetFocus(ActiveRows());
         AcceptChoice();
     } else if (KeyAscii != NeverSearched) {
-        PendingKey = static_cast<unsigned char>(UpperCase(std::string(1, static_cast<char>(KeyAscii)))[0]);
+        PendingKey = UpperCase(CharacterWithCode(KeyAscii));
         SelectChoiceByLetter();
     }
+}
+
+void List2_ForeignKey(std::string_view Character) {
+    PendingKey = UpperCase(Character);
+    SelectChoiceByLetter();
 }
 
 void AcceptChoice() {

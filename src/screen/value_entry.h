@@ -1,6 +1,7 @@
 // Entering a value: typing into a free-text box, or picking from the choice list. The events of Text1, Text2 and List2.
 #pragma once
 
+#include "model/field_model.h"
 #include "platform/runtime.h"
 
 #include <string>
@@ -19,10 +20,10 @@ void CommitPendingEdit();
 // What a commit of that edit would make of the selected row's value, or of the items of the open group's occurrence.
 // Nothing changes by the question; without an edit they are what they are.
 std::string EditedValue();
-std::string EditedItems();
+Cells EditedItems();
 
 // Appends a character to a box as if the user had typed it there.
-void TypeIntoBox(Control &box, char character);
+void TypeIntoBox(Control &box, std::string_view character);
 
 // Takes the selected choice as the value of the selected row and moves on.
 void AcceptChoice();
@@ -42,9 +43,8 @@ void Text2_KeyPress(Integer Index, Integer &KeyAscii);
 void Text2_Change(Integer Index);
 void Text2_LostFocus(Integer Index);
 
-// A character that a report cannot hold was typed, or a text with some was pasted.
-void Box_ForeignKey(std::string_view Character);
-void Box_ForeignPaste();
+// A text was put into a box at once: tells of what of it is left out or was damaged.
+void Box_Pasted(std::string_view Text);
 
 void List2_GotFocus(Integer Index);
 void List2_LostFocus(Integer Index);
@@ -53,3 +53,4 @@ void List2_MouseDown(Integer Index);
 void List2_Click(Integer Index);
 void List2_DblClick(Integer Index);
 void List2_KeyPress(Integer Index, Integer &KeyAscii);
+void List2_ForeignKey(std::string_view Character);

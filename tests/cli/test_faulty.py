@@ -204,9 +204,12 @@ class Faulty(program.CliTest):
     def test_other_encodings(self):
         text = "".join(f"{line}\r\n" for line in SOUND)
         for encoding in ("utf-16", "utf-16-le", "utf-16-be"):
-            self.assert_told(text.encode(encoding), 1, NO_TEMPLATE + "It is UTF-16, and not Windows-1252.")
-        self.assert_told(text.replace("Soil", "Sédiment “fin”").encode(), 8,
-                         "This is UTF-8, but is read as Windows-1252: one character comes out as two or more")
+            self.assert_told(text.encode(encoding), 1, NO_TEMPLATE + "It is UTF-16, and neither UTF-8 nor Windows-1252.")
+        self.assert_sound(text.replace("Soil", "Sédiment “fin”").encode())  # without a mark
+        marked = text.replace('"QuintaveV2"', '"QuintaveV2 UTF-8"').replace("Soil", "Sol argileux")
+        self.assert_sound(marked.encode())
+        self.assert_told(marked.replace("Sol", "Sédiment").encode("cp1252"), 8,
+                         "The template says that it is UTF-8, and here it is not: what is none is read as Windows-1252")
         self.assert_told(text.replace('"Soil"', "“Soil”").encode(), 8, ODD_QUOTES)
         self.assert_sound(text.replace("Soil", "Sédiment “fin”").encode("cp1252"))
         self.assert_sound(text.encode("utf-8-sig"))  # with a byte-order mark

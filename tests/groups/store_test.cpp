@@ -1,5 +1,6 @@
 // Group stores that vanished, are short, damaged, full or cannot be written.
 #include "model/store.h"
+#include "support/stores.h"
 
 #include "support/file_limit.h"
 #include "support/group_store.h"
@@ -380,15 +381,15 @@ TEST_F(GroupStore, Occurrence32768IsRefused) {
 
 TEST_F(GroupStore, ReadStoreGivesAllOccurrencesPadded) {
     folder.Write(File, StoreHeader(Length, 2) + "a   1 b");
-    std::string occurrences;
-    const GroupCounts counts = ReadStore(1, occurrences);
-    EXPECT_EQ(counts.Items, 6);
-    EXPECT_EQ(counts.Occurrences, 2);
-    EXPECT_EQ(occurrences, "a   1 b     ");
+    Cells occurrences;
+    const StoreLayout header = ReadStore(1, occurrences);
+    EXPECT_EQ(header.Items, 6);
+    EXPECT_EQ(header.Occurrences, 2);
+    EXPECT_EQ(occurrences, NarrowCells(6, "a   1 b     "));
 }
 
 TEST_F(GroupStore, ReplaceStorePutsOccurrencesInItsPlace) {
-    ReplaceStore(1, "a   1 b     ");
+    PutStore(1, "a   1 b     ");
     EXPECT_EQ(Bytes(), Store(Length, {"a   1", "b"}));
     EXPECT_FALSE(folder.Has("GRP00001.$$$"));
 }
@@ -397,7 +398,7 @@ TEST_F(GroupStore, ReplaceStoreOnAFullDiskLeavesTheOldOneAndNothingElse) {
     folder.Write(File, Store(Length, {"a"}));
     const FileSizeLimit limit(4 + Length);
     try {
-        ReplaceStore(1, std::string(2 * Length, 'x'));
+        PutStore(1, std::string(2 * Length, 'x'));
         FAIL() << "no error";
     } catch (const RuntimeError &error) {
         EXPECT_EQ(error.Number, DiskFull);

@@ -55,7 +55,7 @@ TEST_F(HelpTest, EachLineStandsBehindALineBreak) {
                                                        {"a\rb\r", "\r\na\r\nb"},
                                                        {"a\n\nb", "\r\na\r\n\r\nb"},
                                                        {"\r\n\r\n", "\r\n\r\n"},
-                                                       {"caf\xE9 \x80", "\r\ncaf\xE9 \x80"}}) {
+                                                       {"caf\xE9 \x80", "\r\ncafé €"}}) {
         ShowText(bytes);
         EXPECT_EQ(Help.HelpText.Text, text);
         ExpectOpen(true);

@@ -95,7 +95,7 @@ TEST_F(GivenReport, ATemplateThatTurnsInstancesOffDoesSo) {
 TEST_F(GivenReport, ANameBeyondAsciiIsFound) {
     folder.Write("res/M\xC3\xBChle.ftf", TemplateText({Depth}));
     StartWith("M\xFCHLE.FTF");
-    ExpectLoaded("[Template: M\xFCHLE.FTF] - RPX File(s): mine; ");
+    ExpectLoaded("[Template: MüHLE.FTF] - RPX File(s): mine; ");
 }
 
 TEST_F(GivenReport, TheTablesTemplateKeepsTheNameItIsKnownBy) {

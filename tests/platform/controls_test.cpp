@@ -48,7 +48,7 @@ constexpr Connection Table[] = {
          if (code == Discarded) code = 0;
      }}},
     {"Box", Event::ForeignKey, TextHandler{[](std::string_view key) { Log.push_back("foreign " + std::string(key)); }}},
-    {"Box", Event::ForeignPaste, PlainHandler{[] { Say("foreign paste"); }}},
+    {"Box", Event::Pasted, TextHandler{[](std::string_view text) { Log.push_back("pasted " + std::string(text)); }}},
     {"Button", Event::Click, PlainHandler{[] { Say("click"); }}},
     {"Button", Event::GotFocus, PlainHandler{[] { Say("button got"); }}},
     {"Button", Event::LostFocus, PlainHandler{[] { Say("button lost"); }}},
@@ -326,36 +326,30 @@ TEST_F(Controls, AnEditOfTheUsersIsAChangeAndOneOfTheProgramsIsNone) {
     EXPECT_EQ(Box.Caret, 0);
 }
 
-TEST_F(Controls, PastingIsOneChangeAndTellsForeignCharactersOnce) {
+TEST_F(Controls, PastingIsOneChangeAndThenToldWithItsText) {
     Paste(Box, "aΩ東b");
-    EXPECT_THAT(Events(), ElementsAre("change 2", "foreign paste"));
-    EXPECT_EQ(Box.Text, "a??b");
-    Paste(Box, "é");
-    EXPECT_THAT(Events(), ElementsAre("change 2"));
+    EXPECT_THAT(Events(), ElementsAre("change 2", "pasted aΩ東b"));
+    EXPECT_EQ(Box.Text, "aΩ東b");
+}
+
+TEST_F(Controls, APastedLetterAndItsMarkAreComposed) {
+    EXPECT_EQ(PastedText(Box, "e\u0301 Z\u030C x\u030C"), "\u00E9 \u017D x\u030C");
 }
 
 TEST_F(Controls, OnOneLineARunOfBreaksAndControlsBecomesOneBlank) {
-    bool foreign = false;
-    EXPECT_EQ(PastedText(Box,
-                         "a\r\nb\tc\n\n\td\x01"
-                         "e",
-                         foreign),
+    EXPECT_EQ(PastedText(Box, "a\r\nb\tc\n\n\td\x01"
+                              "e"),
               "a b c d e");
-    EXPECT_FALSE(foreign);
 }
 
 TEST_F(Controls, OnManyLinesEachBreakBecomesThePairAndAControlABlank) {
     Box.ManyLines = true;
-    bool foreign = false;
-    EXPECT_EQ(PastedText(Box, "a\nb\rc\r\nd\te\n\nf", foreign), "a\r\nb\r\nc\r\nd e\r\n\r\nf");
-    EXPECT_FALSE(foreign);
+    EXPECT_EQ(PastedText(Box, "a\nb\rc\r\nd\te\n\nf"), "a\r\nb\r\nc\r\nd e\r\n\r\nf");
 }
 
 TEST_F(Controls, ALineSeparatorOfUnicodeIsALineBreak) {
-    bool foreign = false;
-    EXPECT_EQ(PastedText(Box, "a\u2028\nb", foreign), "a b");
-    EXPECT_EQ(PastedText(Box, "a\n\u2028b", foreign), "a b");
-    EXPECT_FALSE(foreign);
+    EXPECT_EQ(PastedText(Box, "a\u2028\nb"), "a b");
+    EXPECT_EQ(PastedText(Box, "a\n\u2028b"), "a b");
 }
 
 TEST_F(Controls, AScrollBarStaysInItsRangeAndChangesOnlyWhenItDiffers) {
@@ -435,7 +429,7 @@ TEST_F(Controls, WhileADialogueWaitsForItsAnswerTheUserChangesNothing) {
         UserPresses(Button);
         UserEnters(Box);
         UserEdits(Box, "text", 4);
-        UserPastedForeign(Box);
+        UserPasted(Box, "text");
         UserSelects(List, 1);
         UserDoubleClicks(List);
         UserPressesMouse(List);

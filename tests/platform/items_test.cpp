@@ -186,14 +186,6 @@ TEST(ItemNumbers, HaveAPointInEveryLocale) {
     EXPECT_EQ(NumberIn("1.5E1", Input::Strict), 15);
 }
 
-TEST(Items, AFileIsReadByItsBytes) {
-    const Folder folder;
-    folder.Write("a.txt", "\"\xE9\x80\",\x81");
-    ItemInput input = OpenItems(folder.Path() + "a.txt");
-    EXPECT_EQ(ReadText(input, Input::Strict), "\xE9\x80");
-    EXPECT_EQ(ReadText(input, Input::Strict), "\x81");
-}
-
 TEST(Items, AreWrittenInQuotesUnchanged) {
     EXPECT_EQ(Quoted(""), "\"\"");
     EXPECT_EQ(Quoted(" a\r\nb, c "), "\" a\r\nb, c \"");

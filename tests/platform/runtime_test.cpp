@@ -99,16 +99,6 @@ TEST(Texts, TrimTakesBlanksOnly) {
     EXPECT_EQ(RTrim("  "), "");
 }
 
-TEST(Texts, LeftAndRightTakeWhatThereIs) {
-    EXPECT_EQ(Left("abc", 2), "ab");
-    EXPECT_EQ(Left("abc", 4), "abc");
-    EXPECT_EQ(Left("abc", -1), "");
-    EXPECT_EQ(Right("abc", 2), "bc");
-    EXPECT_EQ(Right("abc", 4), "abc");
-    EXPECT_EQ(Right("abc", 0), "");
-    EXPECT_EQ(Right("abc", -1), "");
-}
-
 TEST(Texts, TheNumberAtTheStartCounts) {
     struct {
         const char *Text;

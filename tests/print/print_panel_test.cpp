@@ -85,7 +85,7 @@ TEST_F(PrintCommand, WhateverHasTheNameOfATemporaryReportTakesIt) {
 }
 
 TEST_F(PrintCommand, TemporaryNamesRunTo99ThenOverTo00And01) {
-    for (int n = 2; n <= 99; ++n) folder.Write("!quin!" + Right(std::to_string(n + 100), 2) + ".$$$", "x");
+    for (int n = 2; n <= 99; ++n) folder.Write("!quin!" + std::to_string(n + 100).substr(1) + ".$$$", "x");
     OpenForScreen();
     EXPECT_EQ(folder.Read("!quin!00.$$$"), ReportHeader);
     Press(Quintave.PrintFrameCancel);
@@ -185,7 +185,7 @@ TEST_F(PrintCommand, APrintOfTheScreenLeavesEntriesUnsavedAndTheRememberedReport
 
 TEST_F(PrintCommand, ATemporaryReportThatCannotBeWrittenIsToldAndNoPanelIsShown) {
     for (int n = 0; n <= 99; ++n)
-        std::filesystem::create_directory(folder.Path() + "!quin!" + Right(std::to_string(n + 100), 2) + ".$$$");
+        std::filesystem::create_directory(folder.Path() + "!quin!" + std::to_string(n + 100).substr(1) + ".$$$");
     ReportFileName = "before.rpx";
     OpenForScreen();
     EXPECT_EQ(LastMessage(),

@@ -56,7 +56,7 @@ TEST_F(PagePrint, TheNameIsInUpperCaseAlsoOverSeven) {
     folder.Write("\xC3\xA9t\xC3\xA9.rpx", ReportHeader); // a name as the system has it, in UTF-8
     OpenFor("\xC3\xA9t\xC3\xA9.rpx");
     PressPrinter();
-    EXPECT_EQ(Printer.Jobs.at(0).at(0).Text, "03-03-2019 [SITE.FTF]; Quintave Report for \xC9T\xC9.RPX      Page 1");
+    EXPECT_EQ(Printer.Jobs.at(0).at(0).Text, "03-03-2019 [SITE.FTF]; Quintave Report for ÉTÉ.RPX      Page 1");
 }
 
 TEST_F(PagePrint, EveryCopyStartsWithPageOne) {

@@ -11,6 +11,7 @@
 #include "platform/console/progress.h"
 #include "platform/files.h"
 #include "support/open_files.h"
+#include "support/stores.h"
 #include "support/user.h"
 
 #include <algorithm>
@@ -80,7 +81,7 @@ void Nothing() {}
 void AddMuch() {
     constexpr int Many = 4000;
     for (int n = 0; n < Many; ++n) RowValue[1] += "|note " + std::to_string(n) + std::string(200, '.');
-    ReplaceStore(GroupElement, std::string(static_cast<std::size_t>(LengthOf(GroupElement)) * Many, 'x'));
+    PutStore(GroupElement, std::string(static_cast<std::size_t>(LengthOf(GroupElement)) * Many, 'x'));
 }
 
 void LoadOtherTemplate() {

@@ -1,5 +1,6 @@
 // Values of reports against the choices of their fields.
 #include "support/report_test.h"
+#include "support/stores.h"
 
 #include "main/template_command.h"
 #include "model/store.h"
@@ -244,12 +245,10 @@ protected:
 
     // The cells of its one occurrence after a load of this value into the blank group.
     std::string CellsAfter(const std::string &value) {
-        ReplaceStore(1, std::string(8, ' '));
+        PutStore(1, std::string(8, ' '));
         Load({R"(1,-9,"Rocks","REPEATING GROUP, Occurrence #1")", R"(2,1,"No","1")", "2,1,\"Colour\",\"" + value + "\"",
               R"(1,-99,"END REPEATING GROUP","")"});
-        std::string cells;
-        ReadStore(1, cells);
-        return cells;
+        return StoredCells(1);
     }
 
     std::string CellsAfter(const std::vector<std::string> &choices, const std::string &value) {

@@ -1,6 +1,7 @@
 // Reports cut short or damaged in any place: one message at most, and what stood before the fault is on the screen.
 #include "support/memory_folder.h"
 #include "support/report_test.h"
+#include "support/stores.h"
 
 #include "model/store.h"
 #include "platform/files.h"
@@ -107,9 +108,7 @@ TEST_F(DamagedReport, CutAtAnyByteGivesOneMessageAndWhatStoodBefore) {
         EXPECT_EQ(RowValue[1], state.Notes);
         EXPECT_EQ(RowValue[2], state.Kind);
         EXPECT_EQ(RowValue[4], state.End);
-        std::string stored;
-        ReadStore(Samples, stored);
-        EXPECT_EQ(stored, state.Stored);
+        EXPECT_EQ(StoredCells(Samples), state.Stored);
         EXPECT_EQ(CurrentField, 0);
     }
 }

@@ -1,5 +1,6 @@
 // Occurrences of groups in a report being read.
 #include "support/report_test.h"
+#include "support/stores.h"
 
 #include "model/store.h"
 #include "report/records.h"
@@ -30,12 +31,11 @@ protected:
 
     // What a group's store holds: the occurrences, each in its cells, divided by "/".
     static std::string Stored(Integer head) {
-        std::string cells;
-        const GroupCounts counts = ReadStore(head, cells);
+        Cells cells;
+        const StoreLayout header = ReadStore(head, cells);
         std::string text;
-        for (Integer k = 0; k < counts.Occurrences; ++k)
-            text += (k == 0 ? "" : "/") +
-                    cells.substr(static_cast<std::size_t>(k * counts.Items), static_cast<std::size_t>(counts.Items));
+        for (std::size_t k = 0; k < static_cast<std::size_t>(header.Occurrences); ++k)
+            text += (k == 0 ? "" : "/") + cells.Bytes.substr(k * header.Record, header.Record);
         return text;
     }
 };
@@ -55,8 +55,8 @@ TEST_F(GroupReader, AFileLoadedIntoABlankGroupBeginsAtOccurrence1WithoutAQuestio
 }
 
 TEST_F(GroupReader, AGroupThatHoldsDataAsksOncePerLoad) {
-    ReplaceStore(Samples, Depth("old"));
-    ReplaceStore(Wells, "old  ");
+    PutStore(Samples, Depth("old"));
+    PutStore(Wells, "old  ");
     RowValue[0] = "old";
     Dialogs.Answers = {YesAnswer};
     Load({OneMarker, A, TwoMarker, B, End, WellMarker, A, End, R"(1,1,"Title","x")"});
@@ -65,7 +65,7 @@ TEST_F(GroupReader, AGroupThatHoldsDataAsksOncePerLoad) {
 }
 
 TEST_F(GroupReader, TheAnswerAboutAFieldCountsForGroupsToo) {
-    ReplaceStore(Samples, Depth("old"));
+    PutStore(Samples, Depth("old"));
     RowValue[0] = "old";
     Dialogs.Answers = {NoAnswer};
     Load({R"(1,1,"Title","x")", OneMarker, A, End});
@@ -74,14 +74,14 @@ TEST_F(GroupReader, TheAnswerAboutAFieldCountsForGroupsToo) {
 }
 
 TEST_F(GroupReader, YesLeavesExactlyTheFilesOccurrences) {
-    ReplaceStore(Samples, Depth("x") + Depth("y") + Depth("z"));
+    PutStore(Samples, Depth("x") + Depth("y") + Depth("z"));
     Dialogs.Answers = {YesAnswer};
     Load({OneMarker, A, End});
     EXPECT_EQ(Stored(Samples), Depth("a"));
 }
 
 TEST_F(GroupReader, NoPutsTheFilesOccurrencesBehindTheStoredOnes) {
-    ReplaceStore(Samples, Depth("x") + Depth("y"));
+    PutStore(Samples, Depth("x") + Depth("y"));
     Dialogs.Answers = {NoAnswer};
     Load({OneMarker, A, TwoMarker, B, End});
     EXPECT_EQ(Stored(Samples), Depth("x") + "/" + Depth("y") + "/" + Depth("a") + "/" + Depth("b"));
@@ -89,7 +89,7 @@ TEST_F(GroupReader, NoPutsTheFilesOccurrencesBehindTheStoredOnes) {
 
 TEST_F(GroupReader, WithoutInstancesTheGroupIsReplacedWithoutAQuestion) {
     AllowInstances = False;
-    ReplaceStore(Samples, Depth("x") + Depth("y"));
+    PutStore(Samples, Depth("x") + Depth("y"));
     Load({OneMarker, A, End});
     EXPECT_EQ(Stored(Samples), Depth("a"));
     EXPECT_TRUE(Dialogs.Messages.empty());
@@ -109,7 +109,7 @@ TEST_F(GroupReader, ABlankOccurrenceBetweenOthersStays) {
 
 TEST_F(GroupReader, ABlockWithoutAnyValueChangesNothingWhateverIsAnswered) {
     for (const Answer answer : {YesAnswer, NoAnswer}) {
-        ReplaceStore(Samples, Depth("x") + Depth("y"));
+        PutStore(Samples, Depth("x") + Depth("y"));
         Forget();
         Dialogs.Answers = {answer};
         Load({OneMarker, TwoMarker, R"(2,1,"Depth","")", End});
@@ -119,7 +119,7 @@ TEST_F(GroupReader, ABlockWithoutAnyValueChangesNothingWhateverIsAnswered) {
 }
 
 TEST_F(GroupReader, TheAnswerAboutAFieldOverwritesGroupsToo) {
-    ReplaceStore(Samples, Depth("old"));
+    PutStore(Samples, Depth("old"));
     RowValue[0] = "old";
     Dialogs.Answers = {YesAnswer};
     Load({R"(1,1,"Title","x")", OneMarker, A, End});
@@ -128,7 +128,7 @@ TEST_F(GroupReader, TheAnswerAboutAFieldOverwritesGroupsToo) {
 }
 
 TEST_F(GroupReader, TheAnswerAboutAGroupAddsToFieldsToo) {
-    ReplaceStore(Samples, Depth("old"));
+    PutStore(Samples, Depth("old"));
     RowValue[0] = "old";
     Dialogs.Answers = {NoAnswer};
     Load({OneMarker, A, End, R"(1,1,"Title","x")"});
@@ -291,7 +291,7 @@ TEST_F(GroupReader, AMissingStoreEndsTheLoadWithError53) {
 }
 
 TEST_F(GroupReader, AStoreThatCannotBeReplacedIsToldOnceAndStaysAsItWas) {
-    ReplaceStore(Samples, Depth("old"));
+    PutStore(Samples, Depth("old"));
     std::filesystem::create_directory(folder.Path() + "GRP00002.$$$");
     Dialogs.Answers = {YesAnswer};
     Load({OneMarker, A, End, R"(1,1,"Last","x")"});
@@ -302,8 +302,8 @@ TEST_F(GroupReader, AStoreThatCannotBeReplacedIsToldOnceAndStaysAsItWas) {
 }
 
 TEST_F(GroupReader, EachGroupOfAReportSavedComesBack) {
-    ReplaceStore(Samples, Depth("a", "n\r\nm") + Depth("") + Depth("b"));
-    ReplaceStore(Wells, "w    ");
+    PutStore(Samples, Depth("a", "n\r\nm") + Depth("") + Depth("b"));
+    PutStore(Wells, "w    ");
     const std::string saved = SaveAs("a.rpx");
     Press(Quintave.CommandReset);
     EXPECT_EQ(Stored(Samples), Depth(""));
@@ -378,14 +378,14 @@ protected:
 TEST_F(GroupComesBack, WithMembersThatStandHigherThanTheirGroup) {
     Start({R"(1,-1,"","Field work","","")", R"(2,2,"GROUP START","Samples","","")", R"(1,5,"TEXT","Depth","","")",
            R"(2,1,"GROUP END","","","")"});
-    ReplaceStore(2, "a    b    c    ");
+    PutStore(2, "a    b    c    ");
     ExpectSameAgain();
 }
 
 TEST_F(GroupComesBack, WithAMemberThatIsNamedAsAFieldBeforeIt) {
     Start({R"(1,0,"","Samples","","")", R"(2,60,"TEXT","Depth","","")", R"(1,2,"GROUP START","Samples","","")",
            R"(2,5,"TEXT","Depth","","")", R"(1,1,"GROUP END","","","")"});
-    ReplaceStore(3, "a    b    ");
+    PutStore(3, "a    b    ");
     ExpectSameAgain();
     RowValue[0] = "field";
     ExpectSameAgain();

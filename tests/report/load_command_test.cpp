@@ -111,7 +111,7 @@ TEST_F(AddCommand, TheTemporaryReportLiesInTheResourceDirectoryWhereverReportsGo
 TEST_F(AddCommand, ATemporaryReportThatCannotBeWrittenIsToldAndTheCommandGoesOn) {
     Start(TwoFields);
     for (int n = 0; n <= 99; ++n)
-        std::filesystem::create_directory(folder.Path() + "!quin!" + Right(std::to_string(n + 100), 2) + ".$$$");
+        std::filesystem::create_directory(folder.Path() + "!quin!" + std::to_string(n + 100).substr(1) + ".$$$");
     Load({R"(1,1,"Title","x")"});
     EXPECT_EQ(Dialogs.Messages, std::vector{WriteMessage("75 - Path/File access error")});
     EXPECT_EQ(RowValue[0], "x");

@@ -7,8 +7,10 @@
 // - a group all of whose occurrences are blank, unless there is just one: a block without a value changes nothing;
 // - members that are no deeper than their group: the titles above its next occurrence would be those of members;
 // - two places with one title and level that no heading above them tells apart: the first in the template gets both.
+#include "platform/codepage.h"
 #include "support/memory_folder.h"
 #include "support/report_test.h"
+#include "support/stores.h"
 
 #include "main/template_command.h"
 #include "model/store.h"
@@ -200,9 +202,9 @@ protected:
 
     std::string Value(Random &random, const Field &field, int longest) {
         if (!field.Choices.empty() && (!field.Open || random.Once(2)))
-            return RTrim(Left(
-                field.Choices.at(static_cast<std::size_t>(random.UpTo(static_cast<int>(field.Choices.size()) - 1))),
-                longest));
+            return RTrim(
+                field.Choices.at(static_cast<std::size_t>(random.UpTo(static_cast<int>(field.Choices.size()) - 1)))
+                    .substr(0, static_cast<std::size_t>(longest)));
         return field.Memo ? random.Lines(longest) : random.Text(longest);
     }
 
@@ -234,7 +236,7 @@ protected:
         std::string cells;
         for (int n = random.UpTo(4); n > 0; --n) cells += OccurrenceCells(random, made, head);
         if (RTrim(cells).empty()) return;
-        ReplaceStore(head, cells);
+        PutStore(head, cells);
         ++groups;
     }
 
@@ -244,8 +246,8 @@ protected:
             if (random.Once(3)) continue;
             if (field.Group) EnterGroup(random, made, e);
             if (field.Cells == 0 || field.Member) continue;
-            std::string &slot = RowValue[static_cast<Integer>(FieldRow[e] - 1)];
-            slot = SlotValue(random, field);
+            const std::string slot = SlotValue(random, field);
+            RowValue[static_cast<Integer>(FieldRow[e] - 1)] = ToUtf8(slot);
             bytes.insert(slot.begin(), slot.end());
         }
     }

@@ -71,7 +71,7 @@ TEST_F(SaveCommand, ACaptionShowsTheNameWithoutItsLastFourCharacters) {
     EXPECT_EQ(CaptionName("a.rpx"), "a");
     EXPECT_EQ(CaptionName(".rpx"), "");
     EXPECT_EQ(CaptionName("xrpx"), "");
-    EXPECT_EQ(CaptionName("K\u00F6ln.rpx"), "K\xF6ln");
+    EXPECT_EQ(CaptionName("K\u00F6ln.rpx"), "K\u00F6ln");
 }
 
 TEST_F(SaveCommand, SaveAsShowsTheNewNameAloneInTheCaption) {

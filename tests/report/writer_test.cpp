@@ -1,6 +1,8 @@
 // The bytes of a report file. The commands that save: save_command_test.cpp; the earlier version:
 // earlier_version_test.cpp.
+#include "platform/codepage.h"
 #include "support/report_test.h"
+#include "support/stores.h"
 
 #include "groups/open_group.h"
 #include "model/store.h"
@@ -40,7 +42,7 @@ TEST_F(Writer, ANegativeLevelIsWrittenWithoutItsSign) {
     Start({R"(-1,-1,"","Citation","","")", R"(-3,30,"TEXT","Title","","")", R"(-2,2,"GROUP START","Samples","","")",
            R"(-3,5,"TEXT","Depth","","")", R"(-2,1,"GROUP END","","","")"});
     RowValue[0] = "Wells";
-    ReplaceStore(3, "12 ft");
+    PutStore(3, "12 ft");
     EXPECT_EQ(Saved(), Lines({R"(1,-1,"Citation","")", R"(3,1,"Title","Wells")",
                               R"(2,-9,"Samples","REPEATING GROUP, Occurrence #1")", R"(3,1,"Depth","12 ft")",
                               R"(2,-99,"END REPEATING GROUP","")"}));
@@ -58,7 +60,7 @@ TEST_F(Writer, EveryByteFromBlankToFFIsWrittenAsItIs) {
     std::string all;
     for (int code = 0x20; code <= 0xFF; ++code)
         if (code != '|') all += static_cast<char>(code);
-    RowValue[0] = all;
+    RowValue[0] = ToUtf8(all);
     EXPECT_EQ(Saved(), "1,1,\"Title\",\"" + all + "\"\r\n");
 }
 
@@ -209,7 +211,7 @@ TEST_F(Writer, ElementsOfKind0And1AreNeverWritten) {
            R"(2,2,"GROUP START","Samples","","")", R"(3,0,"","Zero","","")", R"(3,1,"TEXT","One","","")",
            R"(3,5,"TEXT","Depth","","")", R"(2,1,"GROUP END","","","")"});
     RowValue[0] = "Wells";
-    ReplaceStore(4, "12 ft");
+    PutStore(4, "12 ft");
     EXPECT_EQ(Saved(), Lines({R"(2,1,"Title","Wells")", R"(2,-9,"Samples","REPEATING GROUP, Occurrence #1")",
                               R"(3,1,"Depth","12 ft")", R"(2,-99,"END REPEATING GROUP","")"}));
 }
@@ -235,7 +237,7 @@ TEST_F(Writer, OccurrencesAreNumberedAndEndOnce) {
     RowValue[2] = "none";
     std::string notes = "first line\r\nsecond line";
     notes.resize(30, ' ');
-    ReplaceStore(Samples, "12 ft" + notes + "15 ft" + std::string(30, ' ') + std::string(35, ' '));
+    PutStore(Samples, "12 ft" + notes + "15 ft" + std::string(30, ' ') + std::string(35, ' '));
     EXPECT_EQ(Saved(), Lines({R"(1,1,"Title","Wells")", R"(2,-9,"Samples","REPEATING GROUP, Occurrence #1")",
                               R"(3,1,"Depth","12 ft")", R"(3,2,"Notes","first line")", R"("second line")",
                               R"(2,-9,"Samples","REPEATING GROUP, Occurrence #2")", R"(3,1,"Depth","15 ft")",
@@ -246,7 +248,7 @@ TEST_F(Writer, OccurrencesAreNumberedAndEndOnce) {
 TEST_F(Writer, MembersAreWrittenInTemplateOrderAndEmptyOnesLeftOut) {
     Start({R"(1,2,"GROUP START","Samples","","")", R"(2,3,"TEXT","B","","")", R"(2,3,"TEXT","A","","")",
            R"(2,3,"TEXT","C","","")", R"(1,1,"GROUP END","","","")"});
-    ReplaceStore(1, "b     c  ");
+    PutStore(1, "b     c  ");
     EXPECT_EQ(Saved(), Lines({R"(1,-9,"Samples","REPEATING GROUP, Occurrence #1")", R"(2,1,"B","b")", R"(2,1,"C","c")",
                               R"(1,-99,"END REPEATING GROUP","")"}));
 }
@@ -262,7 +264,7 @@ TEST_F(Writer, ADoubleQuoteInAMemoMemberBecomesAnApostrophe) {
     Start(GroupTemplate);
     std::string cells = "     \"deep\"";
     cells.resize(35, ' ');
-    ReplaceStore(Samples, cells);
+    PutStore(Samples, cells);
     EXPECT_THAT(Saved(), testing::HasSubstr("3,1,\"Notes\",\"'deep'\"\r\n"));
 }
 

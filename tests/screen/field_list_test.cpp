@@ -60,7 +60,7 @@ TEST_F(FieldList, EnterCtrlEnterAndDoubleClickOpenTheEntryControlOfTheRow) {
         EXPECT_EQ(Focused(), control);
         DoubleClickRow(list, row);
         EXPECT_EQ(Focused(), control);
-        EXPECT_EQ(PendingKey, 0);
+        EXPECT_EQ(PendingKey, "");
     }
     Give(ColourRow, "Ochre");
     Open(ColourRow);

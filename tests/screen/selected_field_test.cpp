@@ -118,7 +118,7 @@ TEST_F(SelectedField, EnterCtrlEnterDoubleClickAndATypedLetterEnterAGroup) {
         EXPECT_EQ(ActiveList, GroupList) << "way " << i;
         EXPECT_EQ(Quintave.TableFrame.Caption, "REPEATED GROUP: Samples");
         EXPECT_EQ(Row(0), RowOf("Depth")); // the letter is dropped
-        EXPECT_EQ(PendingKey, 0);
+        EXPECT_EQ(PendingKey, "");
         leave();
         EXPECT_EQ(ActiveList, 0);
     }
@@ -205,7 +205,7 @@ TEST_F(SelectedField, AFieldOfUnknownTypeTakesNoEntry) {
     EXPECT_EQ(Focused(), &Quintave.List1[0]);
     EXPECT_EQ(Row(0), RowOf("Odd"));
     EXPECT_EQ(MessageCount(), 0u);
-    EXPECT_EQ(PendingKey, 0);
+    EXPECT_EQ(PendingKey, "");
 }
 
 TEST_F(SelectedField, ATypedLetterOnDashesDoesNothing) {
@@ -215,7 +215,7 @@ TEST_F(SelectedField, ATypedLetterOnDashesDoesNothing) {
     PressEnter();
     EXPECT_EQ(Focused(), &Quintave.List1[0]);
     EXPECT_EQ(CurrentField, DashesRow);
-    EXPECT_EQ(PendingKey, 0);
+    EXPECT_EQ(PendingKey, "");
     EXPECT_EQ(DataChanged, False);
 }
 

@@ -19,8 +19,6 @@ constexpr auto ReservedBar =
 constexpr auto ReservedQuote =
     "the 'double quote' or 'seconds' symbol is a reserved character in Quintave and is not allowed as input. Please "
     "choose another character or spell out the appropriate word.";
-constexpr auto Replaced =
-    "Some of the characters you entered can not be stored in a Quintave file and were replaced by '?'.";
 
 enum EntryRow : Integer { TitleRow, CodeRow, NotesRow, ColourRow, LastRow };
 
@@ -100,7 +98,7 @@ TEST_F(ValueEntry, PastedReservedCharactersAreRemovedAtTheCommit) {
     EXPECT_EQ(RowValue[TitleRow], "abc");
     EXPECT_EQ(Row(TitleRow), RowOf("Title", "abc"));
     EXPECT_EQ(title.Text, "abc");
-    EXPECT_EQ(MessageCount(), 0u);
+    EXPECT_EQ(MessageCount(), 1u);
 }
 
 TEST_F(ValueEntry, ABlankBeforeAReservedCharacterIsNoneAtTheEnd) {
@@ -110,26 +108,46 @@ TEST_F(ValueEntry, ABlankBeforeAReservedCharacterIsNoneAtTheEnd) {
     EXPECT_EQ(RowValue[TitleRow], "abc ");
 }
 
-TEST_F(ValueEntry, ACharacterThatNoFileCanHoldIsRefusedByName) {
+TEST_F(ValueEntry, CharactersOfAllScriptsAreTypedAndPasted) {
     Open(TitleRow);
     Type("a\u03A9b");
-    EXPECT_EQ(title.Text, "ab");
-    EXPECT_THAT(
-        Dialogs.Messages,
-        ElementsAre(FieldsAre("Quintave",
-                              "'\u03A9' can not be stored in a Quintave file and is not allowed as input. Please "
-                              "choose another character.",
-                              OkOnly)));
+    EXPECT_EQ(title.Text, "a\u03A9b");
+    Paste(title, " \u5C71\u7530 \U0001F468\u200D\U0001F469\u200D\U0001F467");
+    EXPECT_EQ(title.Text, "a\u03A9b \u5C71\u7530 \U0001F468\u200D\U0001F469\u200D\U0001F467");
+    EXPECT_EQ(MessageCount(), 0u);
 }
 
-TEST_F(ValueEntry, PastedForeignCharactersBecomeQuestionMarksAndAreToldOnce) {
+TEST_F(ValueEntry, WhatAPasteLosesIsToldOnceWithTheQuotesThatStay) {
     Open(TitleRow);
-    Paste(title, "\u03A9 and \u0416, \u00FC stays");
-    EXPECT_EQ(title.Text, "? and ?, \xFC stays");
-    EXPECT_THAT(Dialogs.Messages, ElementsAre(FieldsAre("Quintave", Replaced, OkOnly)));
-    OpenOther();
-    Paste(other, "\u03A9");
-    EXPECT_EQ(MessageCount(), 2u);
+    Paste(title, "\"a\"|b|\u201Cc\u201D");
+    EXPECT_THAT(Dialogs.Messages,
+                ElementsAre(FieldsAre("Quintave",
+                                      "'|' and the 'double quote' or 'seconds' symbol are reserved characters in "
+                                      "Quintave and are left out of what you entered. The quotes \u201C and \u201D may "
+                                      "be used.",
+                                      OkOnly)));
+    PressEnter();
+    EXPECT_EQ(RowValue[TitleRow], "ab\u201Cc\u201D");
+}
+
+TEST_F(ValueEntry, DamagedCharactersOfAPasteAreTold) {
+    Open(TitleRow);
+    Paste(title, "a\uFFFDb");
+    EXPECT_THAT(Dialogs.Messages,
+                ElementsAre(FieldsAre("Quintave",
+                                      "Some of what you entered was damaged before it came here. In the place of its "
+                                      "characters stands \uFFFD.",
+                                      OkOnly)));
+}
+
+TEST_F(ValueEntry, ALetterWithItsMarksIsOneCharacterOfTheLimit) {
+    Open(CodeRow);
+    Paste(code, "x\u030Cx\u030Cx\u030Cx\u030Cx\u030Cx\u030C");
+    EXPECT_EQ(code.Text, "x\u030Cx\u030Cx\u030Cx\u030Cx\u030C");
+    PressKey(DeleteKey);
+    code.Caret = 0;
+    PressKey(DeleteKey);
+    EXPECT_EQ(code.Text, "x\u030Cx\u030Cx\u030Cx\u030C");
 }
 
 TEST_F(ValueEntry, PastedLineBreaksAndControlCodesFollowTheKindOfBox) {
@@ -533,7 +551,7 @@ TEST_F(ValueEntry, ALetterTypedOnARowOpensItsBoxWithTheLetterAppended) {
     EXPECT_EQ(DataChanged, True);
     Select(NotesRow);
     Type("\u00E9");
-    EXPECT_EQ(notes.Text, "\xE9");
+    EXPECT_EQ(notes.Text, "é");
 }
 
 TEST_F(ValueEntry, ALetterTypedOnAFullRowFollowsTheLimit) {
@@ -567,16 +585,16 @@ TEST_F(ValueEntry, ReservedCharactersTypedOnARowAreToldAndOpenItsBox) {
         Type(key);
         EXPECT_EQ(Focused(), &Quintave.List2[0]);
         EXPECT_EQ(Quintave.List2[0].ListIndex, -1);
-        EXPECT_EQ(PendingKey, 0);
+        EXPECT_EQ(PendingKey, "");
     }
     EXPECT_EQ(DataChanged, False);
 }
 
-TEST_F(ValueEntry, AForeignCharacterTypedOnARowIsToldAndOpensItsBox) {
+TEST_F(ValueEntry, ALetterOfAnyScriptTypedOnARowOpensItsBoxWithIt) {
     Select(TitleRow);
     Type("\u03A9");
-    EXPECT_EQ(MessageCount(), 1u);
+    EXPECT_EQ(MessageCount(), 0u);
     EXPECT_EQ(Focused(), &title);
-    EXPECT_EQ(title.Text, "");
-    EXPECT_EQ(DataChanged, False);
+    EXPECT_EQ(title.Text, "\u03A9");
+    EXPECT_EQ(DataChanged, True);
 }

@@ -7,6 +7,7 @@
 #include "report/save_command.h"
 #include "support/messages.h"
 #include "support/screen_test.h"
+#include "support/stores.h"
 
 #include <csignal>
 #include <cstdlib>
@@ -46,11 +47,7 @@ inline void TenSecondsPass() {
     UserTicks(Quintave.RecoveryTimer);
 }
 
-inline std::string StoreOf(Integer head) {
-    std::string occurrences;
-    ReadStore(head, occurrences);
-    return occurrences;
-}
+inline std::string StoreOf(Integer head) { return StoredCells(head); }
 
 // While it lives the program is somebody whom modes stop, unlike root, and the folder is theirs.
 class AsNobody {

@@ -1,24 +1,25 @@
 // What a toolkit does with keys and clicks, without one (user.h).
 #include "support/user.h"
 
-#include "platform/codepage.h"
+#include "platform/characters.h"
 
 #include <algorithm>
 
 namespace {
 
-void Insert(Control &box, std::string_view bytes) {
-    const std::string text = box.Text.substr(0, static_cast<std::size_t>(box.Caret)) + std::string(bytes) +
+void Insert(Control &box, std::string_view typed) {
+    const std::string text = box.Text.substr(0, static_cast<std::size_t>(box.Caret)) + std::string(typed) +
                              box.Text.substr(static_cast<std::size_t>(box.Caret));
-    UserEdits(box, text, box.Caret + static_cast<long>(bytes.size()));
+    UserEdits(box, text, box.Caret + static_cast<long>(typed.size()));
 }
 
 void DeleteAtCaret(Control &box, bool before) {
     const auto caret = static_cast<std::size_t>(box.Caret);
     if (before ? caret == 0 : caret >= box.Text.size()) return;
-    const bool lineBreak =
-        before ? box.Text.substr(0, caret).ends_with("\r\n") : box.Text.substr(caret).starts_with("\r\n");
-    const std::size_t length = lineBreak ? 2 : 1;
+    const std::string_view rest =
+        before ? std::string_view(box.Text).substr(0, caret) : std::string_view(box.Text).substr(caret);
+    const bool lineBreak = before ? rest.ends_with("\r\n") : rest.starts_with("\r\n");
+    const std::size_t length = lineBreak ? 2 : (before ? LastCharacters(rest, 1) : FirstCharacters(rest, 1)).size();
     const std::size_t from = before ? caret - length : caret;
     std::string text = box.Text;
     text.erase(from, length);
@@ -33,7 +34,7 @@ void TakeCharacter(Control &control, std::string_view character) {
     } else if (character == "\r" || character == "\n") {
         if (control.ManyLines) Insert(control, "\r\n");
     } else {
-        Insert(control, FromUtf8(character));
+        Insert(control, character);
     }
 }
 
@@ -60,8 +61,7 @@ void MoveSelection(Control &list, Integer keyCode) {
 
 void Type(std::string_view utf8) {
     while (!utf8.empty()) {
-        std::size_t length = 1;
-        while (length < utf8.size() && (static_cast<unsigned char>(utf8[length]) & 0xC0) == 0x80) ++length;
+        const std::size_t length = CharacterLength(utf8, 0);
         const std::string_view character = utf8.substr(0, length);
         TypeOne(character, length == 1 ? static_cast<unsigned char>(UpperCase(character)[0]) : Integer{0xE5});
         utf8.remove_prefix(length);
@@ -93,9 +93,8 @@ void PressCtrl(char letter, Integer shift) {
 }
 
 void Paste(Control &box, std::string_view utf8) {
-    bool foreign = false;
-    Insert(box, PastedText(box, utf8, foreign));
-    if (foreign) UserPastedForeign(box);
+    Insert(box, PastedText(box, utf8));
+    UserPasted(box, utf8);
 }
 
 void ClickRow(Control &list, Integer row) {

@@ -3,6 +3,7 @@
 
 #include "model/field_tables.h"
 #include "model/store.h"
+#include "support/stores.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -44,11 +45,7 @@ protected:
         return Read(records);
     }
 
-    static std::string Cells() {
-        std::string cells;
-        ReadStore(Wells, cells);
-        return cells;
-    }
+    static std::string StoredWells() { return StoredCells(Wells); }
 };
 
 } // namespace
@@ -109,7 +106,7 @@ TEST_F(Reading, OccurrencesGoIntoTheStoreWithTheirCuts) {
                     R"(2,1,"State","Wet")", R"(1,-9,"Wells","REPEATING GROUP, Occurrence #2")", R"(2,1,"Name","New")",
                     R"(1,-99,"END REPEATING GROUP","")"}),
               LoadResult::Partial);
-    EXPECT_EQ(Cells(), "Old wWet New      ");
+    EXPECT_EQ(StoredWells(), "Old wWet New      ");
     ASSERT_THAT(Kinds(), ElementsAre(Notice::ValueCut, Notice::ValuesCut));
     EXPECT_EQ(Heard.Notices[0].Element, NameElement);
     EXPECT_EQ(Heard.Notices[0].Line, 3);
@@ -123,7 +120,7 @@ TEST_F(Reading, ADamagedRecordKeepsWhatStoodBeforeAndTellsTheErrorAndLine) {
     EXPECT_EQ(Heard.Notices[0].Line, 6);
     EXPECT_EQ(Heard.Notices[0].Title, "ERROR LOADING a.rpx");
     EXPECT_EQ(RowValue[TitleRow], "Wells");
-    EXPECT_EQ(Cells(), "A        ");
+    EXPECT_EQ(StoredWells(), "A        ");
 }
 
 TEST_F(Reading, WhatIsNoReportChangesNothing) {
@@ -149,17 +146,17 @@ TEST_F(Reading, ARecordThatIsTooDeepIsSkippedOrEndsTheLoad) {
 }
 
 TEST_F(Reading, AnsweringGroupsReplacesOrAdds) {
-    ReplaceStore(Wells, "Old  Dry ");
+    PutStore(Wells, "Old  Dry ");
     Heard.Reply = [](const LoadNotice &notice) {
         EXPECT_EQ(notice.What, Notice::OverwriteGroups);
         return NoAnswer;
     };
     const std::vector<std::string> report{R"(1,-9,"Wells","")", R"(2,1,"Name","New")"};
     EXPECT_EQ(Read(report), LoadResult::Whole);
-    EXPECT_EQ(Cells(), "Old  Dry New      ");
+    EXPECT_EQ(StoredWells(), "Old  Dry New      ");
     Heard.Reply = nullptr;
     EXPECT_EQ(Read(report), LoadResult::Whole);
-    EXPECT_EQ(Cells(), "New      ");
+    EXPECT_EQ(StoredWells(), "New      ");
 }
 
 TEST_F(Reading, EntriesAreEmptyAgainAtOnce) {
@@ -171,7 +168,7 @@ TEST_F(Reading, EntriesAreEmptyAgainAtOnce) {
     EXPECT_EQ(RowValue[TitleRow] + RowValue[KindRow], "");
     EXPECT_EQ(FieldInfo[KindElement][Choice], -1);
     EXPECT_EQ(FieldInfo[StateElement][Choice], -1);
-    EXPECT_EQ(Cells(), std::string(9, ' '));
+    EXPECT_EQ(StoredWells(), std::string(9, ' '));
     EXPECT_THAT(WrittenStores(), IsEmpty());
 }
 

@@ -6,6 +6,7 @@
 #include "platform/files.h"
 #include "report/title_index.h"
 #include "report/writer.h"
+#include "support/stores.h"
 
 #include <ctime>
 #include <random>
@@ -59,7 +60,7 @@ TEST_F(Writing, ChangesNoEntry) {
 TEST_F(Writing, LeavesOutBlanksAndWhatIsEmpty) {
     RowValue[TitleRow] = "   ";
     RowValue[LastRow] = "z  ";
-    ReplaceStore(Wells, "A     ");
+    PutStore(Wells, "A     ");
     EXPECT_EQ(Records(), Lines({R"(1,-9,"Wells","REPEATING GROUP, Occurrence #1")", R"(2,-1,"Place","")",
                                 R"(3,1,"Name","A")", R"(1,-99,"END REPEATING GROUP","")", R"(1,1,"Last","z")"}));
 }
@@ -80,16 +81,14 @@ TEST_F(Writing, WhatIsWrittenIsReadBackAsItWas) {
             cells += "c" + RandomText(random, "pq,", 5);
             cells.resize((k + 1) * 6, ' ');
         }
-        ReplaceStore(Wells, cells);
+        PutStore(Wells, cells);
         const EntriesState entries = TheEntries;
         const std::string bytes = Written();
         ClearEntries();
         ASSERT_EQ(ReadBytes(bytes), LoadResult::Whole);
         EXPECT_TRUE(Heard.Notices.empty()) << Heard.Notices[0].Text;
         EXPECT_EQ(TheEntries, entries) << bytes;
-        std::string back;
-        ReadStore(Wells, back);
-        EXPECT_EQ(back, cells);
+        EXPECT_EQ(StoredCells(Wells), cells);
         EXPECT_EQ(Written(), bytes);
     }
 }

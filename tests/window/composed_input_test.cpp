@@ -29,10 +29,8 @@ protected:
 
     // A list of choices, the second of which begins with a letter that has an accent.
     void StartWithChoices() {
-        Start({R"(1,20,"LIST","Letter","","")", "Eta",
-               "\xC9"
-               "cole",
-               "Maple", "Mango", "XXX-1XXX", R"(1,30,"TEXT","Title","","")"});
+        Start({R"(1,20,"LIST","Letter","","")", "Eta", "École", "Maple", "Mango", "XXX-1XXX",
+               R"(1,30,"TEXT","Title","","")"});
     }
 };
 
@@ -66,8 +64,7 @@ TEST_F(ComposedInput, OnTheFieldListALetterBeginsTheValue) {
     Compose("é");
     EXPECT_EQ(FocusName(), "Text1_1");
     Type("a\n");
-    EXPECT_EQ(RowValue[TitleRow], "\xE9"
-                                  "a");
+    EXPECT_EQ(RowValue[TitleRow], "éa");
 }
 
 TEST_F(ComposedInput, OnTheFieldListAllLettersOfAWordAreTaken) {
@@ -85,18 +82,30 @@ TEST_F(ComposedInput, WhatIsRefusedAsAKeyIsRefused) {
     EXPECT_EQ(Box().toPlainText(), "");
 }
 
-TEST_F(ComposedInput, ALetterOutsideTheCodePageIsTold) {
+TEST_F(ComposedInput, LettersOfAllScriptsBeginTheValue) {
     Start(AllKinds());
-    Dialogs.Press(QMessageBox::Ok);
+    Compose(QString("日本x\u030C"));
+    EXPECT_EQ(Box().toPlainText(), QString("日本x\u030C"));
+    EXPECT_TRUE(Dialogs.Titles.empty());
+}
+
+TEST_F(ComposedInput, ALetterOfAnyScriptSelectsItsChoice) {
+    Start(
+        {R"(1,20,"LIST","Letter","","")", "Eta", "Ωmega", "Żółty", "日本", "XXX-1XXX", R"(1,30,"TEXT","Title","","")"});
+    Compose("ż");
+    EXPECT_EQ(RowValue[0], "Żółty");
+    ClickRow(Fields(), 0);
     Compose("日");
-    EXPECT_THAT(Dialogs.Boxes.back().Text, testing::StartsWith("'日' can not be stored"));
+    EXPECT_EQ(RowValue[0], "日本");
+    DoubleClickRow(Fields(), 0);
+    Compose("ω");
+    EXPECT_EQ(RowValue[0], "Ωmega");
 }
 
 TEST_F(ComposedInput, OnAFieldWithChoicesItSelectsTheChoice) {
     StartWithChoices();
     Compose("É");
-    EXPECT_EQ(RowValue[0], "\xC9"
-                           "cole");
+    EXPECT_EQ(RowValue[0], "École");
 }
 
 TEST_F(ComposedInput, OnTheChoicesItSelectsTheChoice) {
@@ -104,8 +113,7 @@ TEST_F(ComposedInput, OnTheChoicesItSelectsTheChoice) {
     DoubleClickRow(Fields(), 0);
     EXPECT_EQ(FocusName(), "List2_0");
     Compose("é");
-    EXPECT_EQ(RowValue[0], "\xC9"
-                           "cole");
+    EXPECT_EQ(RowValue[0], "École");
 }
 
 TEST_F(ComposedInput, InAGroupTooALetterBeginsTheValue) {

@@ -76,10 +76,10 @@ TEST_F(Edits, AMessageLeavesTheHistoryAlone) {
     EXPECT_EQ(Text("Text1_1"), "");
     Redo();
     Key(Qt::Key_Home);
-    QApplication::clipboard()->setText("Ω");
+    QApplication::clipboard()->setText("\"");
     Dialogs.Press(QMessageBox::Ok);
     Ctrl('V');
-    EXPECT_EQ(Text("Text1_1"), "?ab");
+    EXPECT_EQ(Text("Text1_1"), "\"ab");
     Undo();
     EXPECT_EQ(Text("Text1_1"), "ab");
 }

@@ -3,7 +3,9 @@
 #include "window/window_test.h"
 
 #include "groups/occurrence.h"
+#include "groups/open_group.h"
 #include "model/row_text.h"
+#include "model/store.h"
 #include "platform/qt/window.h"
 #include "screen/selection.h"
 #include "window/templates.h"
@@ -45,9 +47,7 @@ int FromEnvironment(const char *name, int otherwise) {
     return text == nullptr ? otherwise : std::atoi(text);
 }
 
-QString ShownBytes(const std::string &bytes) {
-    return QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size()));
-}
+QString Shown(const std::string &text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 class RandomUser : public WindowTest, public testing::WithParamInterface<int> {
 protected:
@@ -306,18 +306,13 @@ protected:
                                                            : RowWithValue(prefix, value);
             ASSERT_EQ(Quintave.List1[0].Rows[static_cast<std::size_t>(row)], expected) << "row " << row;
             ASSERT_EQ(value.find('"'), std::string::npos) << value;
-            ASSERT_EQ(RowText(Fields(), row), ShownBytesOneLine(expected)) << "row " << row;
+            ASSERT_EQ(RowText(Fields(), row), ShownInOneLine(expected)) << "row " << row;
         }
     }
 
-    static std::string ShownBytesOneLine(const std::string &bytes) {
-        // The code page and Latin 1 agree on all that these users type but the euro sign. A row may be cut in a line
-        // break.
-        return ShownBytes(bytes)
-            .replace("\r\n", " ")
-            .replace('\r', ' ')
-            .replace(QChar(0x80), QChar(0x20AC))
-            .toStdString();
+    static std::string ShownInOneLine(const std::string &text) {
+        // A row may be cut in a line break.
+        return Shown(text).replace("\r\n", " ").replace('\r', ' ').toStdString();
     }
 
     void CheckGroup() const {
@@ -334,7 +329,8 @@ protected:
         const auto occurrences =
             static_cast<unsigned char>(store.at(2)) + 256 * static_cast<unsigned char>(store.at(3));
         ASSERT_EQ(occurrences, GroupOccurrenceCount);
-        ASSERT_GE(store.size(), 4U + static_cast<std::size_t>(GroupOccurrenceCount * GroupItemCount));
+        const StoreLayout layout = LayoutIn(store, GroupHead());
+        ASSERT_GE(store.size(), layout.Bytes + layout.Record * static_cast<std::size_t>(GroupOccurrenceCount));
     }
 
     static void CheckEntryControls() {
@@ -377,8 +373,7 @@ protected:
     static void CheckBox(const Control &box) {
         if (!IsShown(box)) return;
         const auto &edit = dynamic_cast<const QPlainTextEdit &>(*WidgetOf(box));
-        ASSERT_EQ(edit.toPlainText().toStdString(),
-                  ShownBytes(box.Text).replace("\r\n", "\n").replace(QChar(0x80), QChar(0x20AC)).toStdString());
+        ASSERT_EQ(edit.toPlainText().toStdString(), Shown(box.Text).replace("\r\n", "\n").toStdString());
     }
 
     // --- Chance

@@ -41,10 +41,6 @@ Answer MsgBox(std::string_view text, int style, std::string_view title) {
     return Next(Dialogs.Answers, DefaultAnswer(style));
 }
 
-void TellUtf8(std::string_view utf8, std::string_view title) {
-    Dialogs.Messages.push_back({std::string(title), std::string(utf8), OkOnly});
-}
-
 std::string InputBox(std::string_view prompt, std::string_view title, std::string_view proposal) {
     Dialogs.Asked.push_back({std::string(title), std::string(prompt), std::string(proposal), "", 0});
     return Next(Dialogs.Texts, std::string());

@@ -1,6 +1,7 @@
 // The front without a display: nothing is shown, a character is as wide as ten to the inch make it.
 #include "platform/front.h"
 
+#include "platform/characters.h"
 #include "platform/clock.h"
 #include "platform/console/progress.h"
 #include "platform/controls.h"
@@ -23,7 +24,7 @@ bool Ended = false;
 void FrontShowFocus(Control & /*control*/) {}
 
 long TextWidth(const Control & /*control*/, std::string_view text) {
-    return static_cast<long>(text.size()) * TwipsPerCharacter;
+    return static_cast<long>(Columns(text)) * TwipsPerCharacter;
 }
 
 void ShowBanner(std::string_view /*text*/) {}

@@ -1,6 +1,7 @@
 // A printer that keeps what it is given (console/printer.h).
 #include "platform/printer.h"
 
+#include "platform/characters.h"
 #include "platform/console/printer.h"
 #include "platform/runtime.h"
 
@@ -45,7 +46,7 @@ void SetPrinterFont(bool bold, int points) {
 
 void PrintText(std::string_view text) {
     Printer.Jobs.back().push_back({Page, Line, Column, std::string(text), Bold, Points});
-    Column += static_cast<double>(text.size());
+    Column += static_cast<double>(Columns(text));
 }
 
 void EndPrinterLine() {

@@ -1,7 +1,6 @@
 // Message boxes, input boxes and the common file dialog as windows (platform/dialogs.h).
 #include "platform/dialogs.h"
 
-#include "platform/codepage.h"
 #include "platform/controls.h"
 #include "platform/qt/text.h"
 #include "platform/qt/window.h"
@@ -150,27 +149,19 @@ private:
     QLineEdit *const name = findChild<QLineEdit *>("fileNameEdit");
 };
 
-Answer ShowMessage(const QString &text, int style, std::string_view title) {
+} // namespace
+
+Answer MsgBox(std::string_view text, int style, std::string_view title) {
     const Asking asking;
     MessageBox box(MainWindow(), (style & ButtonsMask) != YesNo);
     box.setWindowTitle(AsMessage(title));
     box.setTextFormat(Qt::PlainText);
-    box.setText(text);
+    box.setText(AsMessage(text));
     box.setIcon(IconOf(style));
     if (auto *const icon = box.findChild<QLabel *>("qt_msgboxex_icon_label")) icon->setAccessibleName(IconName(style));
     box.setStandardButtons(ButtonsOf(style));
     box.setDefaultButton(DefaultOf(style));
     return AnswerOf(box.exec());
-}
-
-} // namespace
-
-Answer MsgBox(std::string_view text, int style, std::string_view title) {
-    return ShowMessage(AsMessage(text), style, title);
-}
-
-void TellUtf8(std::string_view utf8, std::string_view title) {
-    ShowMessage(QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())), OkOnly, title);
 }
 
 std::string InputBox(std::string_view prompt, std::string_view title, std::string_view proposal) {

@@ -3,7 +3,6 @@
 #include "platform/front.h"
 
 #include "platform/clock.h"
-#include "platform/codepage.h"
 #include "platform/qt/text.h"
 #include "platform/qt/window.h"
 
@@ -62,9 +61,7 @@ void KeepWindowAlive() {
     sinceLast.start();
 }
 
-std::string ShortDate() {
-    return FromUtf8(QLocale::system().toString(QDate::currentDate(), QLocale::ShortFormat).toStdString());
-}
+std::string ShortDate() { return QLocale::system().toString(QDate::currentDate(), QLocale::ShortFormat).toStdString(); }
 
 long long SteadyMilliseconds() {
     using namespace std::chrono;

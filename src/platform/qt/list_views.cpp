@@ -1,4 +1,5 @@
 // Lists and combo boxes: views over the control's own rows (views.h).
+#include "platform/characters.h"
 #include "platform/qt/focusable.h"
 #include "platform/qt/text.h"
 
@@ -178,10 +179,11 @@ protected:
 
     // The first character may move the focus: what follows it is for what has the focus then.
     void inputMethodEvent(QInputMethodEvent *event) override {
-        const QString text = event->commitString().normalized(QString::NormalizationForm_C);
+        const std::string composed = Composed(FromToolkit(event->commitString()));
+        const QString text = QString::fromStdString(composed);
         event->accept();
         if (text.isEmpty()) return;
-        const QString first = text.left(text[0].isHighSurrogate() ? 2 : 1);
+        const QString first = QString::fromStdString(std::string(FirstCharacters(composed, 1)));
         ReportComposed(of, first);
         QWidget *const next = QApplication::focusWidget();
         if (first == text || next == nullptr) return;

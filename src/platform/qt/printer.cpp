@@ -1,6 +1,7 @@
 // The default printer through the toolkit (platform/printer.h).
 #include "platform/printer.h"
 
+#include "platform/characters.h"
 #include "platform/qt/text.h"
 #include "platform/qt/window.h"
 #include "platform/runtime.h"
@@ -85,7 +86,7 @@ void SetPrinterFont(bool bold, int points) { Pen->setFont(FontFor(bold, points))
 void PrintText(std::string_view text) {
     const QPointF baseline(Column * PixelsPerColumn(), Line * PixelsPerLine() + Ascent);
     if (!text.empty()) Pen->drawText(baseline, ToOneLine(text));
-    Column += static_cast<double>(text.size());
+    Column += static_cast<double>(Columns(text));
 }
 
 void EndPrinterLine() {

@@ -1,5 +1,5 @@
 // Text boxes (views.h). What a pasted text becomes is the program's rule: PastedText in platform/controls.h.
-#include "platform/codepage.h"
+#include "platform/characters.h"
 #include "platform/qt/focusable.h"
 #include "platform/qt/text.h"
 
@@ -36,7 +36,7 @@ Difference DifferenceOf(const QString &before, const QString &after) {
 enum class Edit : std::uint8_t { None, New, Step }; // Step: undo or redo
 
 // A text as the toolkit holds it.
-QString Shown(const std::string &bytes) { return ToLines(bytes).replace('\n', QChar::ParagraphSeparator); }
+QString Shown(const std::string &text) { return ToLines(text).replace('\n', QChar::ParagraphSeparator); }
 
 class TextEdit : public Focusable<QPlainTextEdit> {
 public:
@@ -67,6 +67,8 @@ protected:
         QKeyEvent key(event->type(), letter ? keyCode : event->key(), event->modifiers(), event->text());
         if (keyCode == EnterCode)
             BreakLine();
+        else if (keyCode == BackspaceCode && event->modifiers() == Qt::NoModifier && !of.ReadOnly)
+            DeleteBackwards();
         else if (key.matches(QKeySequence::Undo) || key.matches(QKeySequence::Redo))
             Step(key.matches(QKeySequence::Undo));
         else
@@ -83,7 +85,7 @@ protected:
 
     bool canInsertFromMimeData(const QMimeData *source) const override { return source->hasText(); }
 
-    void insertFromMimeData(const QMimeData *source) override { InsertForeign(source->text()); }
+    void insertFromMimeData(const QMimeData *source) override { Paste(source->text()); }
 
     void inputMethodEvent(QInputMethodEvent *event) override {
         const QString &composed = event->commitString();
@@ -92,10 +94,10 @@ protected:
             rest.setCommitString("", event->replacementStart(), event->replacementLength());
         QPlainTextEdit::inputMethodEvent(&rest);
         if (composed.isEmpty()) return;
-        bool foreign = false;
-        PastedText(of, composed.toStdString(), foreign);
-        const bool one = composed.toUcs4().size() == 1 && !foreign;
-        if (!one || ReportComposed(of, composed)) InsertForeign(composed);
+        if (Length(FromToolkit(composed)) > 1)
+            Paste(composed);
+        else if (ReportComposed(of, composed))
+            Insert(composed);
     }
 
 private:
@@ -105,48 +107,61 @@ private:
         ensureCursorVisible();
     }
 
-    // A text that did not come by keys: as much of it as a report can hold.
-    void InsertForeign(const QString &text) {
-        bool foreign = false;
-        const std::string bytes = PastedText(of, text.normalized(QString::NormalizationForm_C).toStdString(), foreign);
-        textCursor().insertText(ToLines(bytes));
+    // A text that did not come by keys.
+    void Insert(const QString &text) {
+        textCursor().insertText(ToLines(PastedText(of, FromToolkit(text))));
         ensureCursorVisible();
-        if (foreign) Report([this] { UserPastedForeign(of); });
     }
 
-    // CR LF counts as two characters, the toolkit's line break as one.
-    long CaretInBytes() const { return textCursor().position() + textCursor().blockNumber(); }
+    void Paste(const QString &text) {
+        Insert(text);
+        Report([&] { UserPasted(of, FromToolkit(text)); });
+    }
+
+    // A letter with its marks goes as a whole, as it does forwards.
+    void DeleteBackwards() {
+        QTextCursor cursor = textCursor();
+        if (!cursor.hasSelection()) cursor.movePosition(QTextCursor::PreviousCharacter, QTextCursor::KeepAnchor);
+        cursor.removeSelectedText();
+        ensureCursorVisible();
+    }
+
+    long CaretInBytes() const { return static_cast<long>(InBytes(Raw().left(textCursor().position())).size()); }
 
     int PositionOfCaret() const {
-        const std::string before = of.Text.substr(0, static_cast<std::size_t>(of.Caret));
-        return static_cast<int>(of.Caret - std::count(before.begin(), before.end(), '\n'));
+        return static_cast<int>(Shown(of.Text.substr(0, static_cast<std::size_t>(of.Caret))).size());
     }
 
     // toPlainText() would turn no-break spaces into blanks.
     QString Raw() const { return document()->toRawText(); }
 
-    static std::string InBytes(QString raw, bool &foreign) {
-        return FromUtf8(raw.replace(QChar::ParagraphSeparator, "\r\n").toStdString(), &foreign);
-    }
+    static std::string InBytes(QString raw) { return FromToolkit(raw.replace(QChar::ParagraphSeparator, "\r\n")); }
 
-    // The text with what the user has put in as a report can hold it; what was there before stays as it is, and so
-    // does what comes back by undo. Keys and the clipboard give nothing else, but a screen reader may.
-    std::string TextInBytes(const QString &now, bool &converted) const {
+    // The text with what the user has put in as a value holds it; what was there before stays as it is, and so does
+    // what comes back by undo. A mark that was typed behind its letter becomes one with it. Hands out where the caret
+    // stands then; it stays as it is in a text that is just so.
+    std::string TextInBytes(const QString &now, long &caret) const {
         const Difference changed = DifferenceOf(known, now);
         const QString put = now.mid(changed.At, changed.Put);
-        bool foreign = false;
-        const std::string bytes = InBytes(put, foreign);
-        const std::string fitting = edit == Edit::Step ? bytes : PastedText(of, put.toStdString(), foreign);
-        converted = foreign || fitting != bytes;
-        return InBytes(now.left(changed.At), foreign) + fitting + InBytes(now.mid(changed.At + changed.Put), foreign);
+        std::string before = InBytes(now.left(changed.At));
+        const std::string behind = InBytes(now.mid(changed.At + changed.Put));
+        std::string fitting = edit == Edit::Step ? InBytes(put) : PastedText(of, FromToolkit(put));
+        if (edit != Edit::Step && !put.isEmpty() && put[0].category() == QChar::Mark_NonSpacing) {
+            const std::size_t letter = LastCharacters(before, 1).size();
+            fitting = Composed(before.substr(before.size() - letter) + fitting);
+            before.resize(before.size() - letter);
+        }
+        if (before + fitting != InBytes(now.left(changed.At) + put))
+            caret = static_cast<long>(before.size() + fitting.size());
+        return before + fitting + behind;
     }
 
     void ReportText() {
         if (IsShowingChanges()) return;
         const QString now = Raw();
-        bool converted = false;
-        const std::string text = TextInBytes(now, converted);
-        const long caret = CaretInBytes();
+        long caret = CaretInBytes();
+        const std::string text = TextInBytes(now, caret);
+        const bool converted = text != InBytes(now);
         known = now;
         const QScopedValueRollback answering(edit, edit == Edit::None ? Edit::New : edit);
         Report([&] {
