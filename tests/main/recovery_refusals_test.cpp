@@ -264,6 +264,7 @@ TEST_F(RecoveryRefusals, ItemsWithoutAPlaceAreRefused) {
         with("group", -5, "1234567890"),
         with("open", GroupElement, "123456789"),
         with("open", 8, "1234567890"),
+        with("choice", GroupElement, "1") + "open 5 10\n1234567890\n", // right behind the last occurrence
         with("choice", GroupElement, "7") + "open 5 10\n1234567890\n",
         with("report", 0, ".profile"),
     };

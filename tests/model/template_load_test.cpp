@@ -308,6 +308,15 @@ TEST_F(TemplateLoad, AllMembersHaveRowsWhereAGroupEndOfAFieldsKindEndsNothing) {
     EXPECT_THAT(Dialogs.Messages, IsEmpty());
 }
 
+// The table of a group's rows has room for all records of a positive kind, its end and those that are no fields
+// included.
+TEST_F(TemplateLoad, TheTableOfGroupRowsHasRoomForWhatTheFirstPassCounts) {
+    Start({R"(1,2,"GROUP START","G","","")", R"(2,5,"TEXT","a","","")", R"(2,1,"TEXT","b","","")",
+           R"(2,0,"TEXT","c","","")", R"(1,1,"GROUP END","","","")"});
+    EXPECT_EQ(GroupSlot.UpperBound(), 3);
+    EXPECT_EQ(GroupItemCount, 5);
+}
+
 TEST_F(TemplateLoad, AGroupEndWithoutAGroupIsAnElementWithoutValue) {
     Start({R"(1,0,"GROUP END","","","")", TwoFields[0]});
     EXPECT_EQ(Info(1, TypeCode), 0);

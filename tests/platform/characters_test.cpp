@@ -91,6 +91,14 @@ TEST(Characters, EachByteOfAFaultySequenceCounts) {
     EXPECT_EQ(CodePoints("\xC3\xC3\xA9"), U"\xFFFD\u00E9");
 }
 
+TEST(Characters, AByteThatLeadsNothingIsNoneWhateverFollows) {
+    for (int lead = 0x80; lead <= 0xFF; ++lead) {
+        if (lead >= 0xC2 && lead < 0xF5) continue;
+        EXPECT_EQ(CodePoints(static_cast<char>(lead) + std::string("\xBF\xBF\xBF")), std::u32string(4, U'\xFFFD'))
+            << lead;
+    }
+}
+
 // A character written longer than it needs would let a text pass that is tested for that character.
 TEST(Characters, AnOverlongSequenceIsFaulty) {
     EXPECT_EQ(CodePoints("\xC0\xAF"), U"\xFFFD\xFFFD");

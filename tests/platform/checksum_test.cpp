@@ -23,6 +23,13 @@ TEST(Checksum, HoweverATextIsDividedItsNumberIsTheSame) {
         }
 }
 
+// Files of an earlier version hold them.
+TEST(Checksum, ATextHasTheSameNumberInEveryVersion) {
+    EXPECT_EQ(SumOf(""), 0x860389C57A9C1205U);
+    EXPECT_EQ(SumOf("a"), 0xEB9A3D4FB2EC2C36U);
+    EXPECT_EQ(SumOf(Text), 0xA2326EBB24B60C0DU);
+}
+
 TEST(Checksum, ADifferenceInOneByteIsAnotherNumber) {
     std::set<std::uint64_t> sums{SumOf(Text)};
     for (std::size_t at = 0; at < Text.size(); ++at)

@@ -78,6 +78,19 @@ TEST_F(ChoiceMatching, ALoadedValueSelectsTheFirstOfEqualChoices) {
     EXPECT_EQ(Chosen("Red"), 1);
 }
 
+// After a load the screen looks for the selected row's value once more, which would hide what the load itself found.
+TEST_F(ChoiceMatching, ALoadFindsTheVeryPositionThatTheScreenFinds) {
+    const std::vector<std::string> choices{"", "Red  ", "Red", "Blue", "OTHER..."};
+    StartList(choices);
+    const std::vector<std::pair<const char *, Integer>> positions{{"Red", 1},  {"Red  ", 1}, {"Red ", 4},
+                                                                  {"Blue", 3}, {"Blue ", 4}, {" ", -1}};
+    for (const auto &[value, position] : positions) {
+        SCOPED_TRACE(value);
+        EXPECT_EQ(ChoiceOf(Integer{1}, value), position);
+        EXPECT_EQ(ChoiceOf(choices, value, LONG_MAX), position);
+    }
+}
+
 TEST_F(ChoiceMatching, OfSeveralOpenEntriesTheLastCounts) {
     StartList({"OTHER...", "Red", "Other..."});
     EXPECT_EQ(Chosen("Green"), 2);

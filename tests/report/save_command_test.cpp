@@ -94,6 +94,18 @@ TEST_F(SaveCommand, CancellingEndsWithoutAMessageAndSaysSo) {
     EXPECT_EQ(Quintave.editframe.Caption, "[Template: SITE.FTF] - RPX File(s): ");
 }
 
+TEST_F(SaveCommand, ASaveAfterOneThatWasCancelledSaysNothingOfIt) {
+    Start(TwoFields);
+    Enter(0, "Wells");
+    TmpStr = "Cancel";
+    PickNames({PathOf("a.rpx")});
+    EXPECT_EQ(TmpStr, "");
+    TmpStr = "Cancel";
+    Press(Quintave.CommandSave);
+    EXPECT_EQ(TmpStr, "");
+    EXPECT_TRUE(Dialogs.Messages.empty());
+}
+
 TEST_F(SaveCommand, AFailingDialogTellsItsErrorAndIsShownAgain) {
     Start(TwoFields);
     Dialogs.DialogErrors = {PathNotFound, 0};

@@ -3,6 +3,7 @@
 
 #include "model/field_tables.h"
 #include "model/store.h"
+#include "model/work_files.h"
 #include "support/stores.h"
 
 using testing::ElementsAre;
@@ -188,4 +189,11 @@ TEST_F(Reading, TheModelKnowsWhatStandsWhere) {
     EXPECT_TRUE(HasRow(TitleElement));
     EXPECT_FALSE(HasRow(NameElement));
     EXPECT_FALSE(HasRow(Wells));
+}
+
+TEST_F(Values, ATemplateLeavesNoWorkFileOfTheOneBefore) {
+    Load({R"(1,30,"LIST","Colour","","")", "Red", "XXX-1XXX"});
+    EXPECT_EQ(ReadWorkFile(ChoiceFileName(1)), "\"Red\"\r\n");
+    Load({R"(1,30,"TEXT","Title","","")"});
+    EXPECT_THROW(ReadWorkFile(ChoiceFileName(1)), RuntimeError);
 }
