@@ -84,7 +84,6 @@ void MoveTo(Integer index) {
 }
 
 void TakeOffScreen() {
-    SetVisible(Quintave.TableFrame, false);
     ShowSelectedField(Restart, PutAwayOnly);
     SwapRowMaps();
     CloseGroupScreen();
@@ -188,10 +187,6 @@ void CloseGroupScreen() {
     CloseStore();
     SetVisible(Quintave.TableFrame, false);
     SetVisible(Quintave.GrpExit, false);
-    for (const Integer code : {ShortText, LongText, Memo})
-        SetVisible(Quintave.Text1.at(static_cast<std::size_t>(GroupList - code)), false);
-    SetVisible(Quintave.List2[GroupList], false);
-    SetVisible(OtherBox(GroupList), false);
     UseList(0);
     GroupRows().Tag = "-1";
 }

@@ -58,8 +58,10 @@ void PlaceField(Integer f, const TemplateElement &element, ChoiceWidth choiceWid
     FieldInfo[f][TypeCode] = TypeCodeOf(element, choiceWidth);
     if (IsList(f)) FieldInfo[f][Choice] = -1;
     if (element.Type == ElementType::Memo && !element.InGroup) FieldInfo[f][KindItem] = NoLimit;
-    FieldRow[f] = element.InGroup ? Integer{0} : AddFieldRow(f);
-    if (element.InGroup && HasValue(f)) AddMember(FieldGroup[f], f);
+    if (!element.InGroup)
+        FieldRow[f] = AddFieldRow(f);
+    else if (HasValue(f))
+        AddMember(FieldGroup[f], f);
 }
 
 void PlaceHeading(Integer f, const TemplateElement &element) {
