@@ -27,6 +27,21 @@ protected:
         Settle();
     }
 
+    // The left button goes down on the first of these rows and up on the last.
+    static void Drag(QListView &list, const std::vector<int> &rows) {
+        const auto at = [&](int row) { return list.visualRect(list.model()->index(row, 0)).center(); };
+        QTest::mousePress(list.viewport(), Qt::LeftButton, {}, at(rows.front()));
+        for (const int row : rows) QTest::mouseMove(list.viewport(), at(row));
+        QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, at(rows.back()));
+        Settle();
+    }
+
+    static void ScrollThereAndBack() {
+        Named("FIScroll").setFocus();
+        Key(Qt::Key_Right);
+        Key(Qt::Key_Left);
+    }
+
     static void ClickWithCtrl(QListView &list, int row) {
         QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier,
                           list.visualRect(list.model()->index(row, 0)).center());
@@ -126,12 +141,37 @@ TEST_F(Habits, ARowSelectedByAnAssistiveProgramIsTheSelectedField) {
 
 TEST_F(Habits, ADragOverTheFieldListSelectsTheRowUnderThePointer) {
     Start(AllKinds());
-    auto at = [](int row) { return Fields().visualRect(Fields().model()->index(row, 0)).center(); };
-    QTest::mousePress(Fields().viewport(), Qt::LeftButton, {}, at(TitleRow));
-    for (const int row : {AbstractRow, NotesRow}) QTest::mouseMove(Fields().viewport(), at(row));
-    QTest::mouseRelease(Fields().viewport(), Qt::LeftButton, {}, at(NotesRow));
+    Drag(Fields(), {TitleRow, AbstractRow, NotesRow});
+    EXPECT_EQ(SelectedRow(Fields()), NotesRow);
+    EXPECT_EQ(CurrentField, NotesRow);
+    EXPECT_TRUE(Named("Text1_3").isVisible());
+}
+
+// A value that is only looked at stays, however the choice of another one is reached.
+TEST_F(Habits, ADragOverTheChoicesShowsTheOtherBoxAndKeepsEveryInstance) {
+    Start(AllKinds());
+    RowValue[ColourRow] = "Red|Mango";
+    ClickRow(Fields(), ColourRow);
+    Drag(Choices(), {1, 3, 4});
+    EXPECT_EQ(SelectedRow(Choices()), 4);
+    EXPECT_TRUE(Named("Text2_2").isVisible());
+    ScrollThereAndBack();
+    EXPECT_EQ(RowValue[ColourRow], "Red|Mango");
+    EXPECT_FALSE(Named("Text2_2").isVisible());
+    Drag(Choices(), {4, 3});
+    EXPECT_EQ(SelectedRow(Choices()), 3);
+    EXPECT_FALSE(Named("Text2_2").isVisible());
+}
+
+TEST_F(Habits, OtherSelectedByAnAssistiveProgramShowsItsBoxAndKeepsEveryInstance) {
+    Start(AllKinds());
+    RowValue[ColourRow] = "Red|Mango";
+    ClickRow(Fields(), ColourRow);
+    Choices().selectionModel()->select(Choices().model()->index(4, 0), QItemSelectionModel::ClearAndSelect);
     Settle();
-    EXPECT_EQ(SelectedRow(Fields()), CurrentField);
+    EXPECT_TRUE(Named("Text2_2").isVisible());
+    ScrollThereAndBack();
+    EXPECT_EQ(RowValue[ColourRow], "Red|Mango");
 }
 
 TEST_F(Habits, MakingTheWindowSmallInTheMiddleOfAnEditKeepsIt) {
