@@ -259,5 +259,5 @@ TEST_F(Controls, TagsArePropertiesOfTheWidgets) {
     EXPECT_EQ(Named("CommandMoreHelp").property("tag").toString().toStdString(), folder.Path() + "SITE.HLP");
     ClickRow(Fields(), 1);
     EXPECT_EQ(Named("CommandMoreHelp").property("tag").toString().toStdString(), folder.Path());
-    EXPECT_TRUE(Named("List2_0").property("tag").toString().endsWith("LST00003.XXX"));
+    EXPECT_EQ(Named("List2_0").property("tag").toString().toStdString(), folder.Path() + "LST00003.XXX");
 }

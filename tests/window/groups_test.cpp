@@ -1,10 +1,13 @@
 // An open group in the real window: its occurrences, moving between them, and the row that leaving it selects.
 #include "window/window_test.h"
 
+#include "support/group_store.h"
 #include "window/templates.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
+#include <QTest>
 
 namespace {
 
@@ -37,6 +40,16 @@ protected:
     static void EnterDepth(const QString &depth) {
         DoubleClickRow(Members(), 0);
         Type(depth + "\n");
+    }
+
+    // As one number, and another one than what was typed before: the toolkit tells them apart by the time between.
+    static void TypeNumber(const QString &keys) {
+        constexpr int Long = 10000;
+        QApplication::setKeyboardInputInterval(0);
+        QTest::qWait(5);
+        Type(keys.left(1));
+        QApplication::setKeyboardInputInterval(Long);
+        Type(keys.mid(1));
     }
 
     static std::string Depth() { return RowText(Members(), 0).substr(29); }
@@ -115,4 +128,51 @@ TEST_F(Groups, LeavingTheLastRowsGroupStaysOnItsRowOutsideIt) {
     EXPECT_FALSE(Members().isVisible());
     EXPECT_FALSE(Named("Text1_6").isVisible());
     EXPECT_EQ(The<QLabel>("DataLevelLabel").text(), "2");
+}
+
+// As it lies in the file, byte for byte.
+TEST_F(Groups, TheStoreHoldsTheOccurrencesThatWereEntered) {
+    OpenFirst();
+    const auto stored = [this] { return folder.Read("GRP00001.XXX"); };
+    const auto enter = [](const QString &depth, const QString &place) {
+        DoubleClickRow(Members(), 0);
+        Type(depth + "\n");
+        Type(place + "\n");
+    };
+    enter("1 m", "Ely");
+    Ctrl('N');
+    EXPECT_EQ(stored(), Store(16, {"1 m     Ely", ""}));
+    enter("2 m", "Dunwich !");
+    Ctrl('V');
+    EXPECT_EQ(stored(), Store(16, {"1 m     Ely", "2 m     Dunwich "}));
+    Ctrl('I');
+    enter("0 m", "York");
+    Ctrl('B');
+    EXPECT_EQ(stored(), Store(16, {"0 m     York", "1 m     Ely", "2 m     Dunwich "}));
+    Ctrl('V');
+    Ctrl('D');
+    const std::string behind = "2 m     Dunwich "; // of the longer store
+    EXPECT_EQ(stored(), Store(16, {"0 m     York", "2 m     Dunwich "}, behind));
+    DoubleClickRow(Members(), 0);
+    Type("5");
+    Click(Named("GrpExit"));
+    EXPECT_EQ(stored(), Store(16, {"0 m5    York", "2 m     Dunwich "}, behind));
+}
+
+TEST_F(Groups, DigitsChooseAnOccurrenceByItsWholeNumber) {
+    OpenFirst();
+    for (int number = 1; number <= 12; ++number) {
+        EnterDepth(QString::number(number) + " m");
+        if (number < 12) Ctrl('N');
+    }
+    Ctrl('T');
+    Ctrl('G');
+    const std::vector<std::pair<const char *, const char *>> typed{{"12", "12"}, {"x", "12"}, {"0", "12"},
+                                                                   {"4", "4"},   {"0", "4"},  {"10", "10"}};
+    for (const auto &[keys, shown] : typed) {
+        TypeNumber(keys);
+        EXPECT_EQ(Shown(), shown) << keys;
+        EXPECT_EQ(Depth(), std::string(shown) + " m") << keys;
+        EXPECT_EQ(FocusName(), "TblFldNum") << keys;
+    }
 }

@@ -339,6 +339,26 @@ TEST_F(Keys, ALetterOnATextRowOpensTheBoxWithTheLetter) {
     EXPECT_EQ(The<QPushButton>("CommandAdd").text(), "^Add/Merge File");
 }
 
+// They count as typed keys, but give no character.
+TEST_F(Keys, EscapeAndBackspaceOpenTheEntryControlAndLeaveItsValue) {
+    Start(AllKinds());
+    RowValue[TitleRow] = "Wells";
+    for (const auto &[key, text] : {std::pair{Qt::Key_Escape, "\x1b"}, std::pair{Qt::Key_Backspace, "\b"}}) {
+        ClickRow(Fields(), TitleRow);
+        Key(key, Qt::NoModifier, text);
+        EXPECT_EQ(FocusName(), "Text1_1");
+        EXPECT_EQ(Box().toPlainText(), "Wells");
+        ClickRow(Fields(), ColourRow);
+        Key(key, Qt::NoModifier, text);
+        EXPECT_EQ(FocusName(), "List2_0");
+        EXPECT_EQ(SelectedRow(Choices()), -1);
+        ClickRow(Fields(), SamplesRow);
+        Key(key, Qt::NoModifier, text);
+        EXPECT_EQ(FocusName(), "List1_3");
+        Ctrl('E');
+    }
+}
+
 TEST_F(Keys, ALetterOnDashesDoesNothing) {
     Start(AllKinds());
     ClickRow(Fields(), DashesRow);

@@ -9,7 +9,11 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QScrollBar>
+#include <QStyle>
+#include <QStyleOption>
+#include <QTest>
 #include <QWheelEvent>
+#include <QWindow>
 
 #include <chrono>
 
@@ -33,6 +37,31 @@ void Wheel(QWidget &widget, int notches) {
     QWheelEvent event(at, widget.mapToGlobal(at), QPoint(), QPoint(0, -120 * notches), Qt::NoButton, Qt::NoModifier,
                       Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(&widget, &event);
+    Settle();
+}
+
+QRect PartOf(const QScrollBar &bar, QStyle::SubControl part) {
+    QStyleOptionSlider option;
+    option.initFrom(&bar);
+    option.subControls = QStyle::SC_All;
+    option.orientation = bar.orientation();
+    option.state |= QStyle::State_Horizontal;
+    option.minimum = bar.minimum();
+    option.maximum = bar.maximum();
+    option.sliderPosition = option.sliderValue = bar.value();
+    option.singleStep = bar.singleStep();
+    option.pageStep = bar.pageStep();
+    return bar.style()->subControlRect(QStyle::CC_ScrollBar, &option, part, &bar);
+}
+
+// The left button goes down on a part of the bar and up that many pixels to the right.
+void DragOf(QScrollBar &bar, QStyle::SubControl part, int right) {
+    QWindow *const window = MainWindow()->windowHandle();
+    const QPoint from = bar.mapTo(MainWindow(), PartOf(bar, part).center());
+    const QPoint to = from + QPoint(right, 0);
+    QTest::mousePress(window, Qt::LeftButton, {}, from);
+    QTest::mouseMove(window, to);
+    QTest::mouseRelease(window, Qt::LeftButton, {}, to);
     Settle();
 }
 
@@ -242,6 +271,26 @@ TEST_F(Lists, InstancesAreAddedScrolledAndDeleted) {
     EXPECT_EQ(LabelText("FILabel_0"), "2");
     EXPECT_EQ(bar.maximum(), 2);
     EXPECT_EQ(Box().toPlainText(), "three");
+}
+
+TEST_F(Lists, InstancesAreScrolledToByTheMouse) {
+    Start(AllKinds());
+    RowValue[TitleRow] = "one|two|three";
+    ClickRow(Fields(), AbstractRow);
+    ClickRow(Fields(), TitleRow);
+    auto &bar = The<QScrollBar>("FIScroll");
+    const auto expectShown = [](int instance, const char *text) {
+        EXPECT_EQ(LabelText("FILabel_1"), std::to_string(instance));
+        EXPECT_EQ(Box().toPlainText(), text);
+    };
+    DragOf(bar, QStyle::SC_ScrollBarAddLine, 0);
+    expectShown(2, "two");
+    DragOf(bar, QStyle::SC_ScrollBarSubLine, 0);
+    expectShown(1, "one");
+    DragOf(bar, QStyle::SC_ScrollBarSlider, bar.width());
+    expectShown(3, "three");
+    EXPECT_EQ(RowValue[TitleRow], "one|two|three");
+    EXPECT_EQ(DataChanged, False);
 }
 
 TEST_F(Lists, ScrollingShowsEachInstancesChoice) {

@@ -5,12 +5,16 @@
 #include "window/templates.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QEvent>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 
+#include <algorithm>
 #include <filesystem>
+#include <numeric>
+#include <set>
 
 namespace {
 
@@ -64,11 +68,15 @@ protected:
 // Notes what can be seen whenever the status is painted while a print runs.
 class PrintWatch : public QObject {
 public:
+    PrintWatch() { time.start(); }
+
     bool eventFilter(QObject *, QEvent *event) override {
         if (event->type() != QEvent::Paint) return false;
         const QCursor *const shape = QApplication::overrideCursor();
         if (shape == nullptr) return false;
         Shapes.push_back(shape->shape());
+        Times.push_back(time.elapsed());
+        EXPECT_EQ(The<QLabel>("printLabel").text().toStdString(), Quintave.printLabel.Caption);
         Captions.push_back(The<QLabel>("printLabel").text().toStdString());
         for (const char *name : {"PrintFramePrint_0", "PrintFramePrint_1", "PrintFrameCancel"})
             Enabled.push_back(Named(name).isEnabled());
@@ -78,6 +86,10 @@ public:
     std::vector<Qt::CursorShape> Shapes;
     std::vector<std::string> Captions;
     std::vector<bool> Enabled; // of the panel's three commands
+    std::vector<qint64> Times; // milliseconds
+
+private:
+    QElapsedTimer time;
 };
 
 } // namespace
@@ -178,6 +190,29 @@ TEST_F(Printing, WhileItPrintsTheStatusCountsAndNoCommandCanBeGiven) {
     EXPECT_THAT(watch.Enabled, testing::ElementsAre(false, false, false));
     OpenForOldReport();
     ExpectPanel();
+}
+
+// What is painted is the newest caption, as often as a screen can show one, and stands at the left.
+TEST_F(Printing, EveryMomentOfALongPrintIsSeen) {
+    constexpr int Records = 600000;
+    std::string report = "0,\"QuintaveV2\",\"SITE.FTF\"\r\n";
+    for (int n = 0; n < Records; ++n) report += "1,1,\"A\",\"" + std::to_string(n) + "\"\r\n";
+    folder.Write("old.rpx", report);
+    folder.Write("out.txt", "");
+    OpenForOldReport();
+    PrintWatch watch;
+    Named("printLabel").installEventFilter(&watch);
+    Replace("out.txt");
+    std::vector<qint64> gaps(watch.Times);
+    std::adjacent_difference(gaps.begin(), gaps.end(), gaps.begin());
+    ASSERT_GT(gaps.size(), 2U);
+    const auto middle = gaps.begin() + static_cast<std::ptrdiff_t>(gaps.size() / 2);
+    std::nth_element(gaps.begin() + 1, middle, gaps.end()); // the first is no gap
+    EXPECT_LT(*middle, 45);
+    std::set<std::string> seen(watch.Captions.begin(), watch.Captions.end());
+    EXPECT_GT(seen.size(), 2U);
+    for (const std::string &caption : seen) EXPECT_THAT(caption, testing::MatchesRegex("   Printing To File \\*+"));
+    EXPECT_EQ(The<QLabel>("printLabel").alignment() & Qt::AlignHorizontal_Mask, Qt::AlignLeft);
 }
 
 TEST_F(Printing, ThePointerIsTheHourglassWhileItPrintsAndNormalAfterwards) {
