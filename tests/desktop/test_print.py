@@ -107,6 +107,11 @@ class PrinterTest(PrintTest):
         width = {word: right - left for _, left, _, right, word in job.words}
         self.assertAlmostEqual(width["Wells"], 5 * 6, delta=0.5)  # a fixed pitch of 10 points: 6 points each
         self.assertAlmostEqual(width["Citation"], 8 * 8.4, delta=0.5)  # 14 points: 8.4 each
+        tops = {word: top for _, _, top, _, word in job.words}
+        lines_below = {word: (top - tops[today()]) / 12 for word, top in tops.items()}  # the page's header
+        # The header's own empty line and two more above the heading, whose larger letters reach higher; one below it.
+        self.assertAlmostEqual(lines_below["Citation"], 4, delta=0.4)
+        self.assertAlmostEqual(lines_below["Title|"], 6, delta=0.1)
 
     def test_margins_on_letter_and_a4(self):
         # An inch counts as the paper's width / 8.5 and its height / 11.
