@@ -52,8 +52,6 @@ void TblFldDelete_Click() { RunGroupCommand(Delete); }
 void TblFldNum_Click() {
     if (UserKey != True || Quintave.TblFldNum.ListIndex == GroupLoadedOccurrence) return;
     RunGroupCommand(Jump);
-    // The row click of the refresh has cleared it, and the selector still has the focus.
-    UserKey = Truth(Focused() == &Quintave.TblFldNum);
 }
 
 void TblFldNum_GotFocus() { UserKey = True; }
