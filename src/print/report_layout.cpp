@@ -8,6 +8,7 @@
 #include "report/records.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -127,62 +128,58 @@ void PlaceReport(ItemInput &input, const PrintOptions &options, const PrintSink 
 
 namespace {
 
-// A value being wrapped.
-struct Wrapping {
-    std::string_view Value;
-    const PrintSink &Sink;
-    std::string_view Title;
-    double Column; // of the present line
-    double Width;
-    std::size_t LineStart = 0; // where the line begins in the value
-    std::size_t LastBlank = 0; // behind the last blank
-    std::size_t Columns = 0;   // that the line takes so far
-};
-
-// The line ends at a place of the value; the next one begins at another and goes on up to a third.
-void EndLineAt(Wrapping &wrap, std::size_t end, std::size_t next, std::size_t upTo) {
-    wrap.Sink.PrintPiece(wrap.Value.substr(wrap.LineStart, end - wrap.LineStart), wrap.Column, false, wrap.Title);
-    wrap.LineStart = next;
-    wrap.Columns = Columns(wrap.Value.substr(next, upTo - next));
+// Where a line that begins at a place of a value has all its columns; npos where the value ends before. A wide
+// character that would begin in the last column does not stand there any more.
+std::size_t FullAt(std::string_view value, bool plain, std::size_t from, double width) {
+    const auto columns = static_cast<std::size_t>(std::max(std::ceil(width), 0.0));
+    if (plain) return from + columns <= value.size() ? from + columns : std::string_view::npos;
+    std::size_t used = 0;
+    while (used < columns && from < value.size()) {
+        const std::string_view character = value.substr(from, CharacterLength(value, from));
+        const std::size_t more = Columns(character);
+        if (more > 1 && used > 0 && used + more > columns) return from;
+        used += more;
+        from += character.size();
+    }
+    return used < columns ? std::string_view::npos : from;
 }
 
-// At its last blank, or where it has none right there.
-void EndFullLine(Wrapping &wrap, std::size_t at) {
-    const std::size_t end = wrap.LastBlank > wrap.LineStart ? wrap.LastBlank : at;
-    EndLineAt(wrap, end, end, at);
+// Behind the last blank of a line, or where it has none at its end.
+std::size_t BreakIn(std::string_view value, std::size_t from, std::size_t end) {
+    const std::size_t blank = value.substr(from, end - from).rfind(' ');
+    return blank == std::string_view::npos ? end : from + blank + 1;
 }
 
 } // namespace
 
 void WrapValue(std::string_view value, double firstColumn, double firstWidth, double column, double width,
                const PrintSink &sink, std::string_view title) {
-    Wrapping wrap{value, sink, title, firstColumn, firstWidth};
-    const auto nextLines = [&] {
-        wrap.Column = column;
-        wrap.Width = width;
-    };
     const bool plain = IsAscii(value);
-    for (std::size_t i = 0; i < value.size();) {
-        if (value[i] == '\r' && value.substr(i).starts_with(NL)) {
-            EndLineAt(wrap, i, i + NL.size(), i + NL.size());
-            nextLines();
-            if (wrap.Width <= 0) EndFullLine(wrap, wrap.LineStart); // each character has a line, the line feed, too
-            i = wrap.LineStart;
-            continue;
+    std::size_t lineStart = 0;
+    std::size_t lookedAt = 0; // characters up to here are in lines or fit into the present one
+    double lineColumn = firstColumn;
+    double lineWidth = firstWidth;
+    const auto endLine = [&](std::size_t end, std::size_t next) {
+        sink.PrintPiece(value.substr(lineStart, end - lineStart), lineColumn, false, title);
+        lineStart = next;
+        lineColumn = column;
+        lineWidth = width;
+    };
+    std::size_t hardEnd = value.find(NL); // the next one
+    while (lookedAt < value.size()) {
+        const std::size_t step = plain ? 1 : CharacterLength(value, lookedAt);
+        const std::size_t full = std::max(FullAt(value, plain, lineStart, lineWidth), lookedAt + step);
+        if (hardEnd < full && hardEnd != std::string_view::npos) {
+            endLine(hardEnd, hardEnd + NL.size());
+            lookedAt = hardEnd + 1;
+            hardEnd = value.find(NL, lookedAt);
+        } else if (full <= value.size()) {
+            const std::size_t end = BreakIn(value, lineStart, full);
+            endLine(end, end);
+            lookedAt = full;
+        } else {
+            break;
         }
-        const std::size_t next = plain ? i + 1 : i + CharacterLength(value, i);
-        const std::size_t more = plain ? 1 : Columns(value.substr(i, next - i));
-        // A wide character does not begin in the last column.
-        if (more > 1 && wrap.Columns > 0 && static_cast<double>(wrap.Columns + more) >= wrap.Width + 1) {
-            EndFullLine(wrap, i);
-            nextLines();
-        }
-        wrap.Columns += more;
-        if (value[i] == ' ') wrap.LastBlank = next;
-        i = next;
-        if (static_cast<double>(wrap.Columns) < wrap.Width) continue;
-        EndFullLine(wrap, i);
-        nextLines();
     }
-    sink.PrintPiece(value.substr(wrap.LineStart), wrap.Column, true, title);
+    sink.PrintPiece(value.substr(std::min(lineStart, value.size())), lineColumn, true, title);
 }

@@ -21,26 +21,34 @@ OutputFile *Output = nullptr;
 bool Utf8 = false;
 bool Foreign = false; // a character was not in the code page
 std::string Line;
+std::size_t Width = 0; // its columns: as many as it has bytes where it is ASCII
 
 void EndLine() {
     Line += NL;
+    Width += NL.size();
     if (Output == nullptr)
         Foreign = Foreign || !FitsCodePage(Line);
+    else if (Utf8 || Width == Line.size())
+        Output->Write(Line);
     else
-        Output->Write(Utf8 || IsAscii(Line) ? Line : FromUtf8(Line));
+        Output->Write(FromUtf8(Composed(Line)));
     Line.clear();
+    Width = 0;
 }
 
 void WriteAt(std::string_view text, double column) {
     const auto wanted = static_cast<std::size_t>(std::max(column, 0.0));
-    const std::size_t columns = Columns(Line);
-    if (!text.empty() && columns < wanted) Line.append(wanted - columns, ' ');
+    if (!text.empty() && Width < wanted) {
+        Line.append(wanted - Width, ' ');
+        Width = wanted;
+    }
     Line += text;
+    Width += Columns(text);
 }
 
 double WriteTitle(std::string_view text, double column) {
     WriteAt(text, column);
-    return static_cast<double>(Columns(Line));
+    return static_cast<double>(Width);
 }
 
 void WritePiece(std::string_view text, double column, bool /*last*/, std::string_view /*title*/) {
@@ -62,11 +70,12 @@ void NoPageBreak() {}
 void WriteLines(ItemInput &input, OutputFile *output, const PrintOptions &options) {
     Output = output;
     Line.clear();
+    Width = 0;
     const PrintSink sink{0, LineLength, NoPageBreak, WriteTitle, EndLine, WritePiece, WriteCentred};
     if (options.Indent != Indents::Raw) {
         WriteTitle(options.Heading, 0);
         EndLine();
-        Line = " ";
+        WriteAt(" ", 0);
         EndLine();
     }
     if (ReadReportHeader(input)) {

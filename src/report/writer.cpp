@@ -23,7 +23,23 @@ struct ReportFile {
     bool Foreign = false; // a character was not in the code page
     long Values = 0;      // written so far; an empty text is none
 
+    std::string Held{}; // some records, whose encoding is looked after together
+
     void Write(std::string_view text) {
+        constexpr std::size_t Most = 4096;
+        if (Held.size() + text.size() > Most) Flush();
+        if (text.size() > Most)
+            Put(text); // not put together first: a value may be long
+        else
+            Held += text;
+    }
+
+    void Flush() {
+        Put(Held);
+        Held.clear();
+    }
+
+    void Put(std::string_view text) {
         if (Output == nullptr)
             Foreign = Foreign || !FitsCodePage(text);
         else if (Utf8 || IsAscii(text))
@@ -33,7 +49,6 @@ struct ReportFile {
     }
 };
 
-// Not put together first: a value may be long.
 void WriteQuoted(ReportFile &file, std::string_view text, std::string_view end) {
     file.Write("\"");
     file.Write(text);
@@ -42,8 +57,9 @@ void WriteQuoted(ReportFile &file, std::string_view text, std::string_view end) 
 }
 
 void WriteRecord(ReportFile &file, Integer level, Integer count, std::string_view title, std::string_view text) {
-    file.Write(std::to_string(level) + "," + std::to_string(count) + ",");
-    WriteQuoted(file, title, ",");
+    file.Write(std::to_string(level) + "," + std::to_string(count) + ",\"");
+    file.Write(title);
+    file.Write("\",");
     WriteQuoted(file, text, NL);
 }
 
@@ -170,6 +186,7 @@ bool NeedsUtf8(const std::string &name) {
     if (!HoldForeign()) return false;
     ReportFile looked;
     FaultOf([&] { WriteElements(looked); }); // the same again when it is written
+    looked.Flush();
     return looked.Foreign;
 }
 
@@ -188,7 +205,9 @@ long WriteReport(OutputFile &output, std::string_view templateName) {
     ReportFile file{&output, NeedsUtf8(name)};
     file.Write("0," + Quoted(std::string(VersionIdentifier) + std::string(file.Utf8 ? Utf8Mark : "")) + "," +
                Quoted(name) + NL);
-    WriteElements(file);
+    const Integer fault = FaultOf([&] { WriteElements(file); });
+    file.Flush(); // what could be read is written
+    if (fault != 0) throw RuntimeError{fault};
     return file.Values;
 }
 
