@@ -9,6 +9,7 @@
 #include "model/field_model.h"
 #include "model/work_files.h"
 #include "platform/console/answers.h"
+#include "platform/controls.h"
 #include "print/print_panel.h"
 #include "report/save_command.h"
 
@@ -55,9 +56,15 @@ void StartOnReport(int fields) {
     WriteIn(ReportName, ManyRecords(fields));
 }
 
+// Behind a load its step has ended: what comes then does not pay for it.
+void Load() {
+    LoadReportIn(ReportName);
+    EndStep();
+}
+
 void StartOnLoaded(int fields) {
     StartOnReport(fields);
-    LoadReportIn(ReportName);
+    Load();
 }
 
 void StartOnRocks(int occurrences) {
@@ -67,7 +74,7 @@ void StartOnRocks(int occurrences) {
 
 void StartOnLoadedRocks(int occurrences) {
     StartOnRocks(occurrences);
-    LoadReportIn(ReportName);
+    Load();
 }
 
 void LoadTheTemplate() { Need(LoadTemplateFile()); }

@@ -91,6 +91,8 @@ struct QuintaveForm {
     Control CommandTemplate = ButtonAt("CommandTemplate");
     Control CommandQuit = ButtonAt("CommandQuit");
     Control KeyList = ButtonAt("KeyList"); // stands nowhere: its key alone presses it
+    Control UndoKey = ButtonAt("UndoKey"); // so do these
+    Control RedoKey = ButtonAt("RedoKey");
     Control CommandMoreHelp{.Type = Kind::Button, .Name = "CommandMoreHelp", .Enabled = false};
 
     // Instances of the selected field

@@ -6,6 +6,7 @@
 #include "groups/table_commands.h"
 #include "help/help_window.h"
 #include "main/given_report.h"
+#include "main/history.h"
 #include "main/recovery.h"
 #include "main/session.h"
 #include "main/start_up.h"
@@ -57,6 +58,8 @@ constexpr std::array CommandTable{
     Command{"CommandMoreHelp", &Quintave.CommandMoreHelp, "More Help", "Show the help text of this field",
             CommandMoreHelp_Click},
     Command{"KeyList", &Quintave.KeyList, "", "Show the keys of all commands", KeyList_Click, false, false, F1Key},
+    Command{"UndoKey", &Quintave.UndoKey, "", "Undo the last change of the entries", Undo_Click, false, false, 'Z'},
+    Command{"RedoKey", &Quintave.RedoKey, "", "Do again what was undone last", Redo_Click, false, false, 'Y'},
     Command{"FIAdd", &Quintave.FIAdd, "Add", "Add an instance of this field", FIAdd_Click},
     Command{"FIDel", &Quintave.FIDel, "Delete", "Delete the instance that is shown", FIDel_Click},
     Command{"FldChange", &Quintave.FldChange[Bottom], "^Bottom", "Go to the last occurrence", FldChange_Click, true},
@@ -214,4 +217,5 @@ void ConnectMainWindow() {
     }
     ConnectEvents(connections);
     ConnectShortcuts(shortcuts);
+    ConnectSteps(RecordStep);
 }

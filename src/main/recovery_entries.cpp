@@ -83,12 +83,6 @@ void Need(bool condition) {
     if (!condition) throw RuntimeError{SubscriptOutOfRange};
 }
 
-void PlaceValue(Integer row, std::string_view value) {
-    Need(row >= 0 && row < NumRows && HasValue(RowField[row]));
-    RowValue[row] = value;
-    ShowValueInRow(row, value);
-}
-
 void PlaceChoice(Integer element, std::string_view digits) {
     Integer choice = 0;
     std::from_chars(digits.data(), digits.data() + digits.size(), choice);
@@ -156,6 +150,12 @@ EntriesOrigin OriginOf(const std::vector<RecoveryItem> &items) {
     }
     if (!origin.TemplateDir.starts_with('/')) origin.TemplateDir.insert(0, ResourceDir);
     return origin;
+}
+
+void PlaceValue(Integer row, std::string_view value) {
+    Need(row >= 0 && row < NumRows && HasValue(RowField[row]));
+    RowValue[row] = value;
+    ShowValueInRow(row, value);
 }
 
 void PlaceEntries(const std::vector<RecoveryItem> &items) {

@@ -4,6 +4,7 @@
 #include "model/recovery_file.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 // The template, the report that Save writes to, and every value: an edit that is still open and the occurrence in hand
@@ -24,6 +25,9 @@ struct EntriesOrigin {
 };
 
 EntriesOrigin OriginOf(const std::vector<RecoveryItem> &items);
+
+// Puts a value into a row of the field list, which is in view. Error 9 where there is no place for one.
+void PlaceValue(Integer row, std::string_view value);
 
 // Puts the entries on the screen of their template, which was just loaded. Error 9 for an item that has no place there;
 // the errors of the groups' stores. After an error some are in their places, some not.

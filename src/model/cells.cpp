@@ -16,6 +16,10 @@ std::string_view RecordIn(const Cells &cells, std::size_t occurrence) {
     return std::string_view(cells.Bytes).substr(std::min(occurrence * cells.Record, cells.Bytes.size()), cells.Record);
 }
 
+std::size_t LengthOf(const GroupMembers &members) {
+    return members.empty() ? 0 : members.back().First + members.back().Cells;
+}
+
 std::string_view WithoutBlanks(std::string_view text) {
     return text.substr(0, text.find_last_not_of(' ') + 1); // behind npos is 0
 }
@@ -129,14 +133,21 @@ void PutOccurrence(Cells &cells, const GroupMembers &members, std::size_t occurr
 
 void Narrow(Cells &cells, const GroupMembers &members) {
     if (!cells.Wide) return;
-    const std::size_t length = members.empty() ? 0 : members.back().First + members.back().Cells;
-    Cells narrow = BlankCells(length, 0);
+    Cells narrow = BlankCells(LengthOf(members), 0);
     for (std::size_t k = 0; k < CountIn(cells); ++k) {
         const Texts texts = TextsOf(cells, members, k);
         if (!FitsCodePage(texts)) return;
         narrow.Bytes += NarrowRecord(texts, members);
     }
     cells = std::move(narrow);
+}
+
+void Tighten(Cells &cells, const GroupMembers &members) {
+    Narrow(cells, members);
+    if (!cells.Wide) return;
+    const Cells loose = std::move(cells);
+    cells = BlankCells(LengthOf(members), 0);
+    for (std::size_t k = 0; k < CountIn(loose); ++k) AppendCells(cells, members, OccurrenceIn(loose, members, k));
 }
 
 void Widen(Cells &cells, const GroupMembers &members, std::size_t record) {

@@ -44,6 +44,9 @@ void PutOccurrence(Cells &cells, const GroupMembers &members, std::size_t occurr
 // Narrow again, where no character needs more.
 void Narrow(Cells &cells, const GroupMembers &members);
 
+// In the one form that all have whose texts are the same: narrow, or no longer than the longest occurrence.
+void Tighten(Cells &cells, const GroupMembers &members);
+
 // In a layout that has room for occurrences of so many bytes at least; wide.
 void Widen(Cells &cells, const GroupMembers &members, std::size_t record);
 

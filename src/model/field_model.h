@@ -125,6 +125,7 @@ struct FilesState {
     std::string ReportFileDir;             // its directory, ending in "/"
     std::string ReportFilePattern;         // "*.rpx" once a template was looked for
     std::array<std::string, 6> FileFilter; // filter pairs, and two flags
+    long Saves = 0;                        // reports saved so far
     std::string StartFile;                 // report named by the resource table; "-1" or empty: none
 };
 

@@ -13,6 +13,9 @@ namespace {
 std::set<Integer> Written;
 long Changes = 0;
 
+// By the element that starts a group: what Changes was once its store had changed.
+std::map<Integer, long> LastChange;
+
 std::uint32_t NumberAt(std::string_view bytes, std::size_t at, int length) {
     std::uint32_t number = 0;
     for (int i = length; i-- > 0;)
@@ -72,11 +75,32 @@ StoreLayout ReadStore(Integer head, Cells &occurrences) {
     return header;
 }
 
-void ReplaceStore(Integer head, Cells occurrences) {
-    Narrow(occurrences, Members(head));
+namespace {
+
+std::string HeaderFor(Integer head, const Cells &occurrences) {
     const Integer length = LengthOf(head);
     const Integer count = length == 0 ? Integer{1} : ToInteger(CountIn(occurrences));
-    const std::string header = BytesOf({length, count, occurrences.Wide, occurrences.Record});
+    return BytesOf({length, count, occurrences.Wide, occurrences.Record});
+}
+
+// Its contents are these from now on.
+void NoteReplaced(Integer head, const Cells &occurrences) {
+    NoteStoreChange(head);
+    if (CountIn(occurrences) <= 1 && IsBlank(occurrences)) Written.erase(head);
+}
+
+void StageStore(Integer head, const Cells &occurrences) {
+    OutputFile file(ResourceDir + StagedName(GroupFileName(head)), OutputFile::Access::Own);
+    file.Write(HeaderFor(head, occurrences));
+    file.Write(occurrences.Bytes);
+    file.Close(false);
+}
+
+} // namespace
+
+void ReplaceStore(Integer head, Cells occurrences) {
+    Narrow(occurrences, Members(head));
+    const std::string header = HeaderFor(head, occurrences);
     if (WorkFilesAreHeld()) {
         HoldWorkFile(GroupFileName(head), header + occurrences.Bytes);
     } else {
@@ -87,8 +111,21 @@ void ReplaceStore(Integer head, Cells occurrences) {
         };
         RewriteStoreFile(ResourceDir + GroupFileName(head), writeAll, rewritten);
     }
-    NoteStoreChange(head);
-    if (count == 1 && IsBlank(occurrences)) Written.erase(head);
+    NoteReplaced(head, occurrences);
+}
+
+void ReplaceStores(const std::map<Integer, Cells> &stores) {
+    const auto pathOf = [](Integer head) { return ResourceDir + GroupFileName(head); };
+    try {
+        for (const auto &[head, occurrences] : stores) StageStore(head, occurrences);
+        for (const auto &[head, occurrences] : stores) {
+            RenameFile(StagedName(pathOf(head)), pathOf(head));
+            NoteReplaced(head, occurrences);
+        }
+    } catch (const RuntimeError &) {
+        for (const auto &[head, occurrences] : stores) TryToDelete(StagedName(pathOf(head)));
+        throw;
+    }
 }
 
 // What was written by the time of a fault goes again: on a full disk it would be in the way of everything else.
@@ -111,11 +148,19 @@ const std::set<Integer> &WrittenStores() { return Written; }
 
 long StoreChanges() { return Changes; }
 
-void NoteStoreChange(Integer head) {
-    Written.insert(head);
-    ++Changes;
+bool StoreHasChangedSince(long changes, Integer head) {
+    const auto found = LastChange.find(head);
+    return found != LastChange.end() && found->second > changes;
 }
 
-void ForgetStores() { Written.clear(); }
+void NoteStoreChange(Integer head) {
+    Written.insert(head);
+    LastChange[head] = ++Changes;
+}
+
+void ForgetStores() {
+    Written.clear();
+    LastChange.clear();
+}
 
 bool IsBlank(std::string_view text) { return text.find_first_not_of(' ') == std::string_view::npos; }

@@ -9,6 +9,7 @@
 #include "platform/runtime.h"
 
 #include <functional>
+#include <map>
 #include <set>
 #include <string>
 #include <string_view>
@@ -39,15 +40,21 @@ StoreLayout ReadStore(Integer head, Cells &occurrences);
 // Puts occurrences in the place of a group's store; error 6 for more than 32,767.
 void ReplaceStore(Integer head, Cells occurrences);
 
+// The same for several stores, where work files are files. All of them are written before the first takes its place, so
+// that a full disk leaves them as they were.
+void ReplaceStores(const std::map<Integer, Cells> &stores);
+
 // Makes a store anew beside itself and puts it in its own place, so that a fault leaves it as it was. Gives the new
 // file, open.
 void RewriteStoreFile(const std::string &path, const std::function<void(OutputFile &)> &writeAll,
                       BinaryFile &rewritten);
 
 // The groups whose stores were written since the template was loaded, but for those that are one blank occurrence, by
-// the elements that start them; and how often their contents changed.
+// the elements that start them; how often their contents changed, and whether that of one has since there were so many
+// changes.
 const std::set<Integer> &WrittenStores();
 long StoreChanges();
+bool StoreHasChangedSince(long changes, Integer head);
 void NoteStoreChange(Integer head);
 
 // A template has come with stores of its own: none was written yet.

@@ -22,6 +22,10 @@ Control *FocusedControl = nullptr;
 // Handlers at work, each begun in the middle of the one before it.
 int Depth = 0;
 
+// What runs behind a step (null before ConnectSteps), and the name of the button pressed in the one at work.
+void (*StepEnded)(const std::string &command) = nullptr;
+std::string PressedButton;
+
 // Dialogues that wait for their answers, each opened in the middle of the one before it.
 int Waiting = 0;
 
@@ -49,6 +53,7 @@ template <class Run, class... Arguments> void Fire(const Control &control, Event
 void FireIndexed(const Control &control, Event event) {
     const Handler *handler = HandlerOf(control, event);
     if (handler == nullptr) return;
+    if (event == Event::Click && control.Type == Kind::Button && Depth <= 1) PressedButton = AccessibleName(control);
     if (const auto *plain = std::get_if<PlainHandler>(handler))
         (*plain)();
     else
@@ -58,8 +63,10 @@ void FireIndexed(const Control &control, Event event) {
 // The edge between the user and the handlers: what no command has trapped is told here, and the program goes on.
 template <class Act> void AtTheEdge(Act act) {
     ++Depth;
+    if (Depth == 1) PressedButton.clear();
     const Integer fault = FaultOf(act);
     if (fault != 0) MsgBox("Error: " + ErrorText(fault), CriticalIcon, "Quintave");
+    EndStep();
     --Depth;
 }
 
@@ -94,6 +101,12 @@ bool IsBreakOrControl(char32_t c) { return c < 32 || IsLineBreak(c); }
 void ConnectEvents(std::span<const Connection> table) { Connections = table; }
 
 void RunAsEvent(const std::function<void()> &procedure) { AtTheEdge(procedure); }
+
+void ConnectSteps(void (*ended)(const std::string &command)) { StepEnded = ended; }
+
+void EndStep() {
+    if (Depth <= 1 && StepEnded != nullptr) StepEnded(PressedButton);
+}
 
 bool IsInterrupting() { return Depth > 1; }
 
@@ -229,17 +242,26 @@ void UserEnters(Control &control) {
     if (Waiting == 0) AtTheEdge([&] { SetFocus(control); });
 }
 
+namespace {
+
 // Whoever acts on a control has left the one before it, a screen reader that acts without moving the focus included.
+void GoTo(Control &control) {
+    SetFocus(control);
+    EndStep();
+}
+
+} // namespace
+
 void UserSelects(Control &list, Integer row) {
     AsUser(list, [&] {
-        SetFocus(list);
+        GoTo(list);
         SetListIndex(list, row);
     });
 }
 
 void UserDoubleClicks(Control &list) {
     AsUser(list, [&] {
-        SetFocus(list);
+        GoTo(list);
         FireIndexed(list, Event::DblClick);
     });
 }
@@ -250,14 +272,14 @@ void UserPressesMouse(Control &control) {
 
 void UserPresses(Control &button) {
     AsUser(button, [&] {
-        SetFocus(button);
+        GoTo(button);
         if (IsUsable(button)) FireIndexed(button, Event::Click);
     });
 }
 
 void UserScrolls(Control &bar, Integer value) {
     AsUser(bar, [&] {
-        SetFocus(bar);
+        GoTo(bar);
         SetValue(bar, value);
     });
 }

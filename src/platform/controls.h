@@ -125,6 +125,12 @@ void RunEvent(Control &control, Event event);
 // goes on.
 void RunAsEvent(const std::function<void()> &procedure);
 
+// Handlers change the program's state in steps. What runs behind each of them: it is handed the name of the button
+// whose command the step was, "" for none. A step ends where the outermost handler does, and where the user's act
+// itself begins: leaving a box for a button is a step, what the button does another one.
+void ConnectSteps(void (*ended)(const std::string &command));
+void EndStep();
+
 // The handler at work began in the middle of another one, which waits for a dialogue or lets the window live.
 bool IsInterrupting();
 

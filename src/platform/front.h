@@ -20,6 +20,10 @@ long TextWidth(const Control &control, std::string_view text);
 void ShowBanner(std::string_view text);
 void HideBanner();
 
+// Tells something in passing, beside the main window's contents: it takes no input and no focus, and goes by itself. A
+// screen reader says it.
+void ShowNote(std::string_view text);
+
 // The pointer shows that something takes its time, until false.
 void ShowBusyPointer(bool busy);
 

@@ -95,9 +95,7 @@ bool SaveUnder(const std::string &path) {
     }
     ReportFileDir = directory;
     ReportFileName = name;
-    if (!WriteReportFile()) return false;
-    ShowSavedName();
-    return true;
+    return WriteReportFile();
 }
 
 } // namespace
@@ -105,6 +103,7 @@ bool SaveUnder(const std::string &path) {
 bool WriteReportFile() {
     if (!LeaveGroup()) return false;
     CommitPendingEdit();
+    EndStep();
     for (std::string &value : RowValue) value = RTrim(value);
     const bool temporary = ReportFileName.ends_with(".$$$");
     if (!temporary) {
@@ -120,6 +119,9 @@ bool WriteReportFile() {
     TakeWrittenTexts();
     if (temporary) return true;
     DataChanged = False;
+    ShowSavedName();
+    ++TheFiles.Saves;
+    EndStep();
     SettleRecovery();
     if (!kept.empty()) TellKept(kept);
     return true;
@@ -134,7 +136,7 @@ void CommandSave_Click() {
     }
     ReportFileName = FileMark;
     ReportFileDir = FileMarkDir;
-    if (WriteReportFile()) ShowSavedName(); // it may be one that SaveAs could not write
+    WriteReportFile();
     if (DataChanged == False) SetFocus(ActiveRows());
 }
 

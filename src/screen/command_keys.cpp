@@ -27,6 +27,7 @@ void HandleCommandKey(Integer &KeyCode) {
     if (shortcut == Shortcuts.end() || (shortcut->InGroupOnly && !GroupIsOpen())) return;
     KeyCode = 0;
     CommitPendingEdit();
+    EndStep();
     RunEvent(*shortcut->Of, Event::Click);
 }
 

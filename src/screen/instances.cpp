@@ -105,6 +105,13 @@ void ShowFieldInstance(InstanceAct act, const std::string &text) {
     ShowValueInRow(CurrentField, value);
 }
 
+void ShowInstance(Integer number) {
+    if (!HasInstances(SelectedElement())) return;
+    SetScroll(InstancesShown(), number);
+    SetCaption(Quintave.FILabel[1], std::to_string(Quintave.FIScroll.Value));
+    ShowFieldInstance(InstanceAct::Load);
+}
+
 void FIAdd_Click() {
     const Integer element = SelectedElement();
     if (!HasInstances(element)) return;

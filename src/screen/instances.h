@@ -18,6 +18,9 @@ enum class InstanceAct { Store, Delete, Load };
 // A store and a removal rewrite the row.
 void ShowFieldInstance(InstanceAct act, const std::string &text = "");
 
+// Shows another one of the instances that the selected row's value has; what is shown is not stored.
+void ShowInstance(Integer number);
+
 // Events of the instance controls: another instance behind the last, the shown one removed, another one shown.
 void FIAdd_Click();
 void FIDel_Click();

@@ -150,8 +150,10 @@ std::string FreeTextOf(const std::string &value) {
 } // namespace
 
 void CommitPendingEdit() {
-    const Control *const box = EditedBox();
-    if (box != nullptr) StoreEdit(*box);
+    Control *const box = EditedBox();
+    if (box == nullptr || !IsEdited(*box)) return;
+    StoreEdit(*box);
+    SetText(*box, box->Text, box->Caret); // the edit is the screen's to undo from now on
 }
 
 std::string EditedValue() {

@@ -328,7 +328,7 @@ class Desk:
         found = []
         for window in self.app.children if self.app else []:
             try:
-                if window.showing and window.role != "tool tip":
+                if window.showing and window.role not in ("tool tip", "notification"):
                     found.append(window)
             except Gone:
                 continue

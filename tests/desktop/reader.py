@@ -12,7 +12,8 @@ ROLES = {2: "alert", 7: "check box", 11: "combo box", 16: "dialog", 19: "file ch
          39: "panel", 41: "popup menu", 43: "button", 44: "radio button", 48: "scroll bar", 49: "scroll pane",
          50: "separator", 52: "spin button", 53: "split pane", 54: "status bar", 55: "table", 56: "table cell",
          57: "column header", 61: "text", 62: "toggle button", 64: "tool tip", 65: "tree", 66: "tree table",
-         67: "unknown", 69: "window", 75: "application", 79: "entry", 91: "tree item", 98: "list", 99: "panel", 116: "label"}
+         67: "unknown", 69: "window", 75: "application", 79: "entry", 91: "tree item", 98: "list", 99: "panel",
+         101: "notification", 116: "label"}
 STATES = {1: "active", 4: "checked", 7: "editable", 8: "enabled", 10: "expanded", 11: "focusable", 12: "focused",
           16: "modal", 17: "multi-line", 23: "selected", 24: "sensitive", 25: "showing", 30: "visible",
           39: "default", 43: "read-only"}

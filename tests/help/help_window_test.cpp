@@ -219,7 +219,9 @@ TEST_F(HelpTest, AMissingFileOfAnotherRowEmptiesTheOpenWindowWithoutAMessage) {
 TEST_F(HelpTest, CtrlF1ListsTheKeysOfAllCommands) {
     EXPECT_FALSE(UserKeyDown(*Focused(), F1Key, CtrlMask)); // the toolkit has nothing to do with it
     ExpectOpen(true);
-    EXPECT_THAT(Help.HelpText.Text, testing::HasSubstr("\r\n  Ctrl+S    Save the report\r\n  Ctrl+F1   Show the keys"));
+    EXPECT_THAT(Help.HelpText.Text,
+                testing::HasSubstr("\r\n  Ctrl+S    Save the report\r\n  Ctrl+Y    Do again what was undone last\r\n"
+                                   "  Ctrl+Z    Undo the last change of the entries\r\n  Ctrl+F1   Show the keys"));
     EXPECT_THAT(Help.HelpText.Text,
                 testing::HasSubstr("\r\n\r\nIn a group\r\n  Ctrl+B    Go to the last occurrence\r\n"));
     Press(Help.HelpQuit);

@@ -132,6 +132,19 @@ void JumpToFirst() {
 
 void DeleteOne() { Press(Quintave.TblFldDelete); }
 
+void EnterAndDelete() {
+    EnterGroup();
+    DeleteOne();
+}
+
+void Undo() { PressCtrl('Z'); }
+void Redo() { PressCtrl('Y'); }
+
+void DeleteAndUndo() {
+    EnterAndDelete();
+    Undo();
+}
+
 void LeaveOneOccurrence() {
     EnterLastOccurrence();
     DeleteOne();
@@ -221,6 +234,10 @@ std::vector<Operation> Operations() {
         {"print a report to a file", Nothing, PrintReport},
         {"keep unsaved entries", ChangeValueAndWait, [] { UserTicks(Quintave.RecoveryTimer); }},
         {"reset", Nothing, ResetWithoutSaving, true},
+        {"undo a deletion", EnterAndDelete, Undo, false, true},
+        {"redo a deletion", DeleteAndUndo, Redo, false, true},
+        {"undo a reset", ResetWithoutSaving, Undo},
+        {"undo another template", LoadOtherTemplate, Undo, true},
         {"quit", Nothing, QuitWithSaving},
     };
 }

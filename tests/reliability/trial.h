@@ -18,6 +18,8 @@ struct Operation {
     void (*Act)();
     // It changes several files, one after the other: what a fault leaves may be a part of it.
     bool Gradual = false;
+    // What it has changed is shown in its group; where that cannot be opened behind it the list of fields stays.
+    bool OpensGroup = false;
 };
 
 inline void PrintTo(const Operation &operation, std::ostream *out) { *out << operation.Name; }

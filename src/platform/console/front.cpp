@@ -31,6 +31,8 @@ void ShowBanner(std::string_view /*text*/) {}
 
 void HideBanner() {}
 
+void ShowNote(std::string_view text) { Progress.Note = text; }
+
 void ShowBusyPointer(bool busy) { Progress.PointerIsBusy = busy; }
 
 void KeepWindowAlive() {}

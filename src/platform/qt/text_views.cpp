@@ -60,6 +60,8 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override {
+        // An edit of its own comes before what the program would undo by the same key.
+        if (StepsByKey(*event)) return;
         if (!ReportKey(of, *event)) return;
         const Integer keyCode = KeyCodeOf(*event);
         // The toolkit knows its shortcuts by Latin letters.
@@ -101,6 +103,12 @@ protected:
     }
 
 private:
+    // Ctrl+Z and Ctrl+Y where the box has something to undo, to do again.
+    bool StepsByKey(const QKeyEvent &event) {
+        const Integer key = event.modifiers() == Qt::ControlModifier ? KeyCodeOf(event) : Integer{0};
+        return (key == 'Z' || key == 'Y') && Step(key == 'Z');
+    }
+
     void BreakLine() {
         if (!of.ManyLines || of.ReadOnly) return;
         insertPlainText("\n");
@@ -175,8 +183,9 @@ private:
 
     bool ShowsText() const { return Shown(of.Text) == known; }
 
-    // Undo or redo, up to a text that the program takes and that is another one: its corrections are steps, too.
-    void Step(bool back) {
+    // Undo or redo, up to a text that the program takes and that is another one: its corrections are steps, too. False
+    // where there is none.
+    bool Step(bool back) {
         const std::string before = of.Text;
         bool more = true;
         while (more && (back ? document()->isUndoAvailable() : document()->isRedoAvailable())) {
@@ -186,6 +195,7 @@ private:
         }
         const QScopedValueRollback answering(edit, Edit::New);
         if (!ShowsText()) Report([this] { SetText(of, of.Text, of.Caret); });
+        return of.Text != before;
     }
 
     // A text of the program's begins a new history, its correction of an edit does not.
