@@ -209,6 +209,17 @@ TEST_F(ChoiceList, AcceptingOtherKeepsAnEarlierFreeText) {
     EXPECT_EQ(other.Text, "Ochre");
 }
 
+TEST_F(ChoiceList, AcceptingOtherKeepsAnEarlierFreeTextWhereItIsTheFirstChoice) {
+    folder.Write("OTHER.FTF", TemplateText(ListOf(1, 20, "Colour", {"OTHER...", "Red"})));
+    Dialogs.Texts = {folder.Path() + "OTHER.FTF"};
+    Press(Quintave.CommandTemplate);
+    Give(0, "Ochre");
+    DoubleClickRow(choices, 0);
+    EXPECT_EQ(RowValue[0], "Ochre");
+    EXPECT_EQ(Row(0), RowOf("Colour", "Ochre"));
+    EXPECT_EQ(other.Text, "Ochre");
+}
+
 TEST_F(ChoiceList, AcceptingOtherEmptiesAListedValue) {
     for (const char *listed : {"Red", " Other... "}) {
         Give(0, listed);
