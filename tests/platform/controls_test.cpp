@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <new>
 #include <stdexcept>
 #include <utility>
@@ -398,6 +399,33 @@ TEST_F(Controls, OnlyWhatChangedIsShownAnew) {
     SetRow(List, 1, "B");
     EXPECT_EQ(List.Changed, RowAspect);
     EXPECT_THAT(List.ChangedRows, ElementsAre(1));
+}
+
+TEST_F(Controls, EachChangeTellsWhatOfItsControlIsToBeShownAnew) {
+    const auto told = [](Control &control, const std::function<void()> &change) {
+        TakeChanges();
+        control.Changed = 0;
+        change();
+        EXPECT_THAT(TakeChanges(), ElementsAre(&control));
+        return control.Changed;
+    };
+    EXPECT_EQ(told(Button, [&] { SetCaption(Button, "x"); }), TextAspect);
+    EXPECT_EQ(told(Button, [&] { SetVisible(Button, false); }), ShownAspect);
+    EXPECT_EQ(told(Button, [&] { SetEnabled(Button, false); }), ShownAspect);
+    EXPECT_EQ(told(Button, [&] { SetTabStop(Button, !Button.TabStop); }), ShownAspect);
+    EXPECT_EQ(told(Button, [&] { SetBackColor(Button, 1); }), ColourAspect);
+    EXPECT_EQ(told(Button, [&] { SetPlace(Button, 1, 2); }), PlaceAspect);
+    EXPECT_EQ(told(Button, [&] { SetHeight(Button, 1, 2); }), PlaceAspect);
+    EXPECT_EQ(told(Box, [&] { SetText(Box, "", 0); }), TextAspect); // also where the text is the same
+    EXPECT_EQ(told(List, [&] { AddRow(List, "d"); }), RowsAspect);
+    EXPECT_EQ(told(List, [&] { InsertRow(List, 0, "z"); }), RowsAspect | IndexAspect);
+    EXPECT_EQ(told(List, [&] { RemoveRow(List, 0); }), RowsAspect | IndexAspect);
+    EXPECT_EQ(told(List, [&] { SetRow(List, 0, "A"); }), RowAspect);
+    EXPECT_EQ(told(List, [&] { ShowListIndex(List, 1); }), IndexAspect);
+    EXPECT_EQ(told(List, [&] { SetListIndex(List, 0); }), IndexAspect);
+    EXPECT_EQ(told(List, [&] { ClearRows(List); }), RowsAspect | IndexAspect);
+    EXPECT_EQ(told(Bar, [&] { SetMax(Bar, 7); }), RangeAspect);
+    EXPECT_EQ(told(Bar, [&] { SetValue(Bar, 7); }), RangeAspect);
 }
 
 TEST(ControlNames, AreTheCaptionWithoutItsKeyMark) {
