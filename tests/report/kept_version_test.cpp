@@ -134,6 +134,15 @@ TEST_F(KeptVersion, InstancesAndMembersAreValuesAndEmptyOnesAreNone) {
     EXPECT_EQ(Dialogs.Messages, std::vector{KeptMessage("a.rpx~")});
 }
 
+TEST_F(KeptVersion, ValuesOfRecordsThatCountNoLineAreValuesToo) {
+    const std::vector<std::string> lines{R"(1,0,"Title","a")", R"(1,1,"Title","b")"};
+    folder.Write("a.rpx", ReportText(lines));
+    RowValue[0] = "x";
+    SaveAs("a.rpx");
+    EXPECT_EQ(Dialogs.Messages, std::vector{KeptMessage("a.rpx~")});
+    EXPECT_EQ(folder.Read("a.rpx~"), ReportText(lines));
+}
+
 TEST_F(KeptVersion, OfADamagedReportCountsUpToItsFault) {
     folder.Write("a.rpx", ReportText({R"(1,1,"Title","a")", "broken", R"(1,1,"Title","a")"}));
     RowValue[0] = "x";
