@@ -96,6 +96,9 @@ SLIPS = {
     "section_of_kind_0": (
         2, '1,0,"","Sample","",""', 2,
         "A section needs a kind of -1: with 0 this one has neither line nor heading"),
+    "section_of_kind_0_behind_a_field": (
+        19, '1,40,"TEXT","Place","",""\n1,0,"","Remarks","",""', 20,
+        "A section needs a kind of -1: with 0 this one has neither line nor heading"),
     "choice_that_comes_twice": (8, '"Rock"', 8, "The choice is that of line 7, too"),
     "choice_of_small_letters": (
         8, '"soil"', 8,
