@@ -112,7 +112,6 @@ void StoreEdit(const Control &box) {
 
 void CommitEdit(Control &box) {
     SetBackColor(box, LightGrey);
-    if (EntryFlag != True) return;
     EntryFlag = False;
     StoreEdit(box);
     if (IsEdited(box)) SetText(box, WithoutReserved(box.Text), box.Caret);
@@ -204,7 +203,6 @@ void Text1_KeyPress(Integer Index, Integer &KeyAscii) {
     const std::size_t loaded = Length(box.Text);
     Text1_Change(Index);
     const std::size_t left = loaded - Length(box.Text);
-    Text1_LostFocus(Index);
     LeaveForNextRow();
     if (left > 0) TellCut("Characters", left);
 }
@@ -224,7 +222,6 @@ void Text2_KeyDown(Integer Index, Integer &KeyCode, Integer Shift) { Text1_KeyDo
 
 void Text2_KeyPress(Integer Index, Integer &KeyAscii) {
     if (TakesKey(Text2At(Index), KeyAscii)) return;
-    Text2_LostFocus(Index);
     LeaveForNextRow();
 }
 
