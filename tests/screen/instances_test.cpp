@@ -174,6 +174,7 @@ TEST_F(Instances, TheClearingChoiceCountsAsEmptyAndTheOpenOneAsItsText) {
     EXPECT_EQ(RowValue[ColourRow], "Ochre");
     EXPECT_FALSE(Quintave.Text2[2].Visible);
     EXPECT_EQ(choices.ListIndex, -1);
+    EXPECT_EQ(ListTop, -1);
 }
 
 TEST_F(Instances, AnAddedInstanceLeftEmptyDisappears) {
