@@ -30,7 +30,6 @@ void SwapRowMaps() {
 void ListMembers(Integer head) {
     Control &rows = GroupRows();
     ClearRows(rows);
-    rows.Tag = std::to_string(head);
     Integer row = 0;
     for (const Member &member : Members(head)) {
         GroupSlot[row] = {member.Element, ToInteger(member.First + 1)};
@@ -57,6 +56,7 @@ void ShowGroupScreen(Integer head) {
     ListMembers(head);
     ListOccurrences();
     ReadOccurrence(std::clamp<Integer>(FieldInfo[head][Choice], 0, ToInteger(GroupOccurrenceCount - 1)));
+    GroupRows().Tag = std::to_string(head);
     ShowListIndex(Quintave.TblFldNum, GroupLoadedOccurrence);
     SwapRowMaps();
     UseList(GroupList);
@@ -113,7 +113,6 @@ void OpenGroup(Integer head) {
         ShowGroupScreen(head);
     } catch (const RuntimeError &error) {
         CloseStore();
-        GroupRows().Tag = "-1";
         TellWorkFileError(error.Number);
     }
 }

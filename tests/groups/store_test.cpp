@@ -4,6 +4,7 @@
 
 #include "support/file_limit.h"
 #include "support/group_store.h"
+#include "support/open_files.h"
 #include "support/screen_test.h"
 #include "support/template_lines.h"
 
@@ -79,11 +80,13 @@ TEST_F(GroupStore, ADirectoryInItsPlaceIsToldAndTheGroupIsNotEntered) {
 }
 
 TEST_F(GroupStore, ACutHeaderIsToldAndTheGroupIsNotEntered) {
+    const auto open = OpenFileCount();
     for (const std::size_t bytes : {0u, 1u, 3u}) {
         Dialogs.Messages.clear();
         folder.Write(File, Store(Length, {"a"}).substr(0, bytes));
         Open(0);
         ExpectOutside("62 - Input past end of file");
+        EXPECT_EQ(OpenFileCount(), open);
     }
 }
 
