@@ -70,14 +70,11 @@ bool MayEnd(std::string_view question, std::string_view title) {
 
 void CommandReset_Click() {
     CommitPendingEdit();
-    LoadState = CurrentField;
-    const Integer list = ActiveList;
     if (MayReset()) {
         if (!LeaveGroup()) AbandonGroup(); // its occurrences are emptied all the same
         EmptyScreen();
         TmpStr.clear();
     } else {
-        if (ActiveList == list) CurrentField = LoadState; // a save leaves an open group, and its row with it
         TmpStr = "CANCELLED";
     }
     if (QuitSave != False) return;

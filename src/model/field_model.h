@@ -106,7 +106,7 @@ struct EntriesState {
 struct ScreenState {
     Integer CurrentField = 0; // list index of the selected row; 777 while a report is being loaded
     Integer ActiveList = 0;   // 0 the field list; GroupList while a group is open
-    Integer LoadState = 0;    // -2 before the first template; the row to go back to, during a reset, a print or help
+    Integer LoadState = 0;    // -2 before the first template; the selected row, while the help window is open
     Integer ListTop = 0;      // last selected index of the choice list; outside it: none
     Integer QuitSave = False; // true while Save runs for another command
     Table<Integer> RowField;  // by row of the list in view: the element on it

@@ -106,7 +106,6 @@ void DeleteTemporaryReports(const std::string &made) {
 void LeavePanel() {
     if (PrintSource == NoAnswer) DeleteTemporaryReports(ReportFileDir + ReportFileName);
     RestoreReportNames();
-    CurrentField = LoadState;
     SetCaption(Quintave.printLabel, Waiting);
     EnablePrintButtons(true);
     SetVisible(Quintave.PrintFrame, false);
@@ -184,14 +183,12 @@ void StayOnPanel(Integer index) {
 void CommandPrint_Click() {
     if (!LeaveGroup()) return;
     CommitPendingEdit();
-    LoadState = CurrentField;
     PrintFileName = ReportFileName;
     PrintFileDir = ReportFileDir;
     PrintSource = MsgBox("YES: Print active screen display." + NL + NL +
                              "NO: Print an existing (previously saved) Quintave report file.",
                          YesNoCancel + QuestionIcon + SecondIsDefault, "PRINT CURRENT SCREEN FIELDS?");
     const bool ready = PrintSource == YesAnswer ? PrepareScreen() : PrintSource == NoAnswer && PickSource();
-    CurrentField = LoadState;
     if (ready)
         ShowPanel();
     else
