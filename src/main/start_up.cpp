@@ -146,7 +146,6 @@ void ActivateMainWindow() {
     if (LoadState != TemplateToLoad) return;
     StartFile = TmpStr;
     ReportFilePattern = "*.rpx";
-    ReportFileName.clear();
     FileFilter = {"Quintave Files (*.rpx)", "*.rpx", "All Files (*.*)", "*.*", "-1", "0"};
     LocateTemplate();
     if (OfferRecovery(ReportArgument.empty() ? StartFile : ReportArgument)) return;
