@@ -197,9 +197,6 @@ bool OfferRecovery(const std::string &report) {
     const std::string firstDir = TemplateDir;
     const std::string firstTemplate = TemplateName;
     bool back = false;
-    Exists = false;
-    GivenUp.reset();
-    NextWrite = 0;
     // A link that somebody left in its place is none of ours; the first write takes its place.
     Ours = !IsPlainFile(RecoveryPath()) || FileSize(RecoveryPath()) == 0;
     const Integer fault = FaultOf([&] { back = !Ours && Offer(report); });
