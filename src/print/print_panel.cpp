@@ -71,7 +71,7 @@ PrintOptions ReadPrintOptions() {
     options.Indent = PresentIndent()->Means;
     options.DataIndent = DecimalValue(Quintave.PrintIndent.Text);
     const std::string separator = SelectedRow(Quintave.Combo2);
-    if (separator.size() >= 2) options.Separator = separator.substr(1, separator.size() - 2);
+    if (!separator.empty()) options.Separator = separator.substr(1, separator.size() - 2);
     options.Below = Quintave.PrintFrameToggler.Caption == LineBelowTitle;
     options.Label = ReportLabel(ReportFileName);
     options.Heading = ReportHeading(TemplateName, options.Label);
