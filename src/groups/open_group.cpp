@@ -60,7 +60,6 @@ void ShowGroupScreen(Integer head) {
     ShowListIndex(Quintave.TblFldNum, GroupLoadedOccurrence);
     SwapRowMaps();
     UseList(GroupList);
-    CurrentField = 0;
     ShowFieldValueLine();
     SetCaption(Quintave.TableFrame, "REPEATED GROUP: " + FieldTitle[head]);
     SetVisible(GroupRows(), true);
