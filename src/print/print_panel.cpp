@@ -137,7 +137,7 @@ void WriteTextFile(ItemInput &input, const std::string &path) {
     OutputFile output(path, OutputFile::Access::User);
     const Integer fault = FaultOf([&] { WriteTextPrint(input, output, ReadPrintOptions()); });
     // What could be read stays in the file; a fault of the file itself is the one to tell.
-    const Integer endFault = FaultOf([&] { output.Close(fault == 0); });
+    const Integer endFault = FaultOf([&] { output.Close(true); });
     if (fault != 0 || endFault != 0) throw RuntimeError{endFault != 0 ? endFault : fault};
 }
 

@@ -201,6 +201,23 @@ TEST(Save, ThatCannotOpenItsReportLeavesNothingBesideIt) {
     EXPECT_EQ(before, "");
 }
 
+// Whoever is told nothing takes the print for done, and may switch off.
+TEST(TextPrint, IsPutOnTheDisk) {
+    const Site site;
+    const std::string missed = InProcess([&]() -> std::string {
+        StartSession(site.Path());
+        bool opened = false;
+        bool synced = false;
+        for (const MadeCall &call : WatchCalls(OperationNamed("print the screen to a file").Act)) {
+            opened = opened || (call.Kind == FileCall::Open && call.Path.ends_with("print.txt"));
+            synced = synced || (opened && call.Kind == FileCall::Sync);
+        }
+        if (!opened || Dialogs.Messages.size() != 1) return "not only asked what to print";
+        return synced ? "" : "it was not";
+    });
+    EXPECT_EQ(missed, "");
+}
+
 // The user's own resource directory, filled at the first start: the fault is told, and the next start brings the rest.
 TEST(FirstStart, FillsTheUsersDirectoryInTheEndWhateverFailsAtFirst) {
     const auto fill = [](const Site &site, const FileFault &fault) {
