@@ -31,7 +31,6 @@ bool TakeQuoted(std::string_view text, char divider, Division &line) {
     line.Items.push_back({std::string(text.substr(first, closing - first)), true});
     if (closing == std::string_view::npos) {
         line.Quoting = Quotes::NotClosed;
-        line.End = text.size();
         return false;
     }
     const std::size_t next = std::min(text.find_first_not_of(divider == '\t' ? " " : " \t", closing + 1), text.size());
