@@ -198,6 +198,19 @@ TEST_F(EarlierVersion, OfAReportThatWasPutBackAfterAFailureIsKeptToo) {
     EXPECT_THAT(Names(), ElementsAre("a.rpx"));
 }
 
+TEST_F(EarlierVersion, StaysWhereTheNextSaveCannotEvenOpenTheReport) {
+    folder.Write("a.rpx", Old);
+    RowValue[0] = std::string(60, 'n');
+    {
+        const FileSizeLimit limit(Old.size() + 5);
+        EXPECT_FALSE(WriteReportFile());
+    }
+    std::filesystem::remove(folder.Path() + "a.rpx");
+    std::filesystem::create_symlink("nowhere/a.rpx", folder.Path() + "a.rpx");
+    EXPECT_FALSE(WriteReportFile());
+    EXPECT_EQ(folder.Read("a.rpx~"), Old);
+}
+
 TEST_F(EarlierVersion, IsStillThereForTheNextSaveWhereThePartThatWasWrittenHasGone) {
     folder.Write("a.rpx", Old);
     RowValue[0] = std::string(60, 'n');
