@@ -124,6 +124,9 @@ TEST_F(SaveCommand, AFailingDialogTellsItsErrorAndIsShownAgain) {
 TEST_F(SaveCommand, SaveAsWithinAGroupLeavesItFirst) {
     Start({R"(1,2,"GROUP START","Samples","","")", R"(2,5,"TEXT","Depth","","")", R"(1,1,"GROUP END","","","")"});
     Open(0);
+    Press(Quintave.CommandSaveAs); // cancelled
+    EXPECT_FALSE(Quintave.GrpExit.Visible);
+    Open(0);
     Enter(0, "12 ft");
     EXPECT_THAT(SaveAs("a.rpx"), testing::HasSubstr("2,1,\"Depth\",\"12 ft\"\r\n"));
     EXPECT_FALSE(Quintave.GrpExit.Visible);
