@@ -129,7 +129,6 @@ bool PickSource() {
         RestoreReportNames();
         return false;
     }
-    ReportFileDir = WithSeparator(ReportFileDir);
     return true;
 }
 
