@@ -41,7 +41,7 @@ public:
         if (aspects & RowsAspect) {
             beginResetModel();
             longest = 0;
-            for (const std::string &row : of.Rows) longest = std::max(longest, row.size());
+            for (const std::string &row : of.Rows) longest = std::max(longest, Columns(row));
             endResetModel();
         } else if (aspects & RowAspect) {
             const auto [first, last] = std::minmax_element(rows.begin(), rows.end());
@@ -49,7 +49,7 @@ public:
         }
     }
 
-    // Characters of the longest row.
+    // Columns of the longest row.
     int Longest() const { return static_cast<int>(longest); }
 
 private:
@@ -57,7 +57,7 @@ private:
     std::size_t longest = 0;
 };
 
-// Tells the width of the longest row.
+// Tells the width of the longest row, and keeps columns straight.
 class RowDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -65,11 +65,32 @@ public:
     // The list takes all rows to be as large as the first one, and would not scroll to the end of a longer one.
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override {
         const int longest = static_cast<const RowsModel *>(index.model())->Longest();
-        const int missing = longest - static_cast<int>(index.data().toString().size());
+        const int missing = longest - static_cast<int>(Columns(index.data().toString().toStdString()));
         // The margin behind a row need not be seen.
         const int margin = option.widget->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, &option) + 1;
         const int width = option.fontMetrics.horizontalAdvance(QString(std::max(missing, 0), '0'));
         return QStyledItemDelegate::sizeHint(option, index) + QSize(width - margin, 0);
+    }
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override {
+        const std::string text = index.data().toString().toStdString();
+        if (IsAscii(text)) return QStyledItemDelegate::paint(painter, option, index);
+        QStyleOptionViewItem row(option);
+        initStyleOption(&row, index);
+        row.text.clear();
+        const QStyle &style = *option.widget->style();
+        style.drawControl(QStyle::CE_ItemViewItem, &row, painter, option.widget);
+        const QPalette::ColorGroup group = option.state & QStyle::State_Active ? QPalette::Normal : QPalette::Inactive;
+        const bool selected = option.state & QStyle::State_Selected;
+        const int margin = style.pixelMetric(QStyle::PM_FocusFrameHMargin, &option, option.widget) + 1;
+        painter->save();
+        painter->setClipRect(option.rect);
+        painter->setFont(option.font);
+        painter->setPen(option.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text));
+        const int top = option.rect.top() + (option.rect.height() - option.fontMetrics.height()) / 2;
+        const double cell = QFontMetricsF(option.font).horizontalAdvance('0');
+        PaintInColumns(*painter, QPointF(option.rect.left() + margin, top + option.fontMetrics.ascent()), cell, text);
+        painter->restore();
     }
 };
 

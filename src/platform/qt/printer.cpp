@@ -84,8 +84,11 @@ void SetPrinterLine(double line) { Line = line; }
 void SetPrinterFont(bool bold, int points) { Pen->setFont(FontFor(bold, points)); }
 
 void PrintText(std::string_view text) {
-    const QPointF baseline(Column * PixelsPerColumn(), Line * PixelsPerLine() + Ascent);
-    if (!text.empty()) Pen->drawText(baseline, ToOneLine(text));
+    const double baseline = Line * PixelsPerLine() + Ascent;
+    if (IsAscii(text) && !text.empty())
+        Pen->drawText(QPointF(Column * PixelsPerColumn(), baseline), ToOneLine(text));
+    else
+        PaintInColumns(*Pen, QPointF(Column * PixelsPerColumn(), baseline), PixelsPerColumn(), text);
     Column += static_cast<double>(Columns(text));
 }
 
