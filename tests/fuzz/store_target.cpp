@@ -1,5 +1,6 @@
 // Stores of groups as inputs, and the commands of an open group on them (targets.h). A command is one letter: the four
-// moves v t n b, i insert, d delete, j jump, e enter a value, x leave and enter again, s save, a add the report.
+// moves v t n b, i insert, d delete, j jump, e enter a value, w one of another script, x leave and enter again, s save,
+// a add the report.
 #include "form/main_window.h"
 #include "fuzz/targets.h"
 #include "fuzz/workplace.h"
@@ -16,9 +17,9 @@ void Jump() {
     UserSelects(Quintave.TblFldNum, static_cast<Integer>(Quintave.TblFldNum.Rows.size() / 2));
 }
 
-void EnterValue() {
+void EnterValue(std::string_view text) {
     DoubleClickRow(Quintave.List1[3], 0);
-    Type("7");
+    Type(text);
     PressEnter();
 }
 
@@ -32,7 +33,8 @@ void Do(const Workplace &place, char command) {
     case 'i': return Press(Quintave.TblFldInsert);
     case 'd': return Press(Quintave.TblFldDelete);
     case 'j': return Jump();
-    case 'e': return EnterValue();
+    case 'e': return EnterValue("7");
+    case 'w': return EnterValue("\u5C71"); // not in the code page
     case 'x': return Press(Quintave.GrpExit);
     case 's': return place.SaveAs("a.rpx");
     case 'a': return place.Add("b.rpx");

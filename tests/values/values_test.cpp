@@ -3,6 +3,7 @@
 
 #include "model/field_tables.h"
 #include "model/template_reader.h"
+#include "model/text_files.h"
 #include "model/work_files.h"
 #include "platform/files.h"
 #include "platform/items.h"
@@ -80,7 +81,7 @@ LoadResult Values::Read(const std::vector<std::string> &records) {
 
 LoadResult Values::ReadBytes(const std::string &bytes) {
     const LoadFront front{.Tell = Hear, .Placed = HearRow, .WantsLines = true};
-    ItemInput input = ItemsOf(bytes);
+    ItemInput input = ReportText(bytes);
     return ReadReport(input, front);
 }
 
