@@ -25,6 +25,9 @@ std::string Escaped(std::string_view utf8) {
                 text += c;
         }
     }
+    for (const std::string_view none : {"\uFFFE", "\uFFFF"})
+        for (auto at = text.find(none); at != std::string::npos; at = text.find(none, at))
+            text.replace(at, none.size(), NoCharacter);
     return text;
 }
 

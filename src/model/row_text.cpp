@@ -7,6 +7,7 @@ namespace {
 
 constexpr std::string_view Cut = "...";
 constexpr int Dashes = 31;
+constexpr std::size_t MostCharacters = 4 * LongestRow; // some take no column
 
 } // namespace
 
@@ -23,7 +24,7 @@ std::string RowPrefix(std::string_view title) { return " " + FitTitle(title) + "
 std::string RowWithValue(std::string_view row, std::string_view value) {
     std::string text(FirstColumns(row, PrefixLength));
     const std::size_t room = LongestRow - Columns(text);
-    const std::string_view fitting = FirstColumns(value, room);
+    const std::string_view fitting = FirstColumns(FirstCharacters(value, MostCharacters), room);
     if (fitting.size() == value.size()) return text.append(fitting);
     return text.append(FirstColumns(fitting, room - Cut.size())).append(Cut);
 }

@@ -30,11 +30,17 @@ struct Character {
     std::size_t Columns;
 };
 
+// Painted with what stands for a letter where it has none.
+bool IsMark(char32_t c) {
+    const auto category = utf8proc_category(Number(c));
+    return category == UTF8PROC_CATEGORY_MN || category == UTF8PROC_CATEGORY_ME;
+}
+
 Character LongCharacterAt(std::string_view text, std::size_t at) {
     std::size_t end = at;
     char32_t last = TakeCodePoint(text, end);
     const bool isFlag = last >= FirstFlagLetter && last <= LastFlagLetter;
-    int columns = last < FirstMark ? 1 : utf8proc_charwidth(Number(last));
+    int columns = last < FirstMark || IsMark(last) ? 1 : utf8proc_charwidth(Number(last));
     utf8proc_int32_t state = 0;
     for (int count = 1; count < MostCodePoints && end < text.size(); ++count) {
         std::size_t behind = end;

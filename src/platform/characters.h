@@ -31,7 +31,7 @@ std::string_view FirstCharacters(std::string_view text, std::size_t count);
 std::string_view LastCharacters(std::string_view text, std::size_t count);
 
 // The columns that a text takes where each letter has the same width: two for a wide East Asian character or an emoji,
-// none for a mark that stands alone, one for any other character.
+// none for one that is never seen, one for any other.
 std::size_t Columns(std::string_view text);
 
 // The longest beginning (end) of whole characters that is not wider.

@@ -269,8 +269,10 @@ class Desk:
         """
         windows = self._windows()
         dialogs = [window for window in windows if window.role in DIALOGS]
-        active = [window for window in dialogs[-1:] or windows if "active" in window.states]
-        return bool(active) and self._focus_pid() == self.process.pid
+        # A dialog whose list of proposals has just closed has the focus again before it counts as active.
+        active = any("active" in window.states or any(node.focused for node in window.walk())
+                     for window in dialogs[-1:] or windows)
+        return active and self._focus_pid() == self.process.pid
 
     def _take_keys(self):
         """Waits until the program has the keys.

@@ -72,6 +72,22 @@ def merge_picture():
         yield desk, "merge"
 
 
+def scripts_picture():
+    """Names of the whole world, and the report's name among them."""
+    names = {"Title": "Wody Łódzkie − Υδατα", "Creator": "山田太郎", "Abstract": "Pomiary −25 ‰, שלום, Δ 0,3"}
+    with Desk("guide-scripts") as desk:
+        leave_start(desk)
+        for title, name in names.items():
+            desk.go_to("Fields", title)
+            desk.key("Enter")
+            desk.wait_focus("Value")
+            desk.copy(name)
+            desk.key("ctrl+v")
+            if title != "Abstract":
+                desk.key("Enter")
+        yield desk, "scripts"
+
+
 def own_template_picture():
     text = (ROOT / "docs/guide.md").read_text()
     block, = re.findall(r"^```ftf\n(.*?)^```", text, re.M | re.S)
@@ -117,6 +133,6 @@ def paint(job, name):
 
 
 def take():
-    for pictures in (entry_pictures, group_picture, merge_picture, own_template_picture, print_pictures):
+    for pictures in (entry_pictures, group_picture, merge_picture, scripts_picture, own_template_picture, print_pictures):
         for desk, name in pictures():
             print(desk.screenshot(DOCS / f"guide-{name}.png").relative_to(ROOT), flush=True)

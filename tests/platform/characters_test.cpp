@@ -54,7 +54,8 @@ TEST(Characters, WideOnesTakeTwoColumnsAndMarksNone) {
     EXPECT_EQ(Columns("abc é Ω"), 7u);
     EXPECT_EQ(Columns("山田"), 4u);
     EXPECT_EQ(Columns("x\u030C"), 1u);
-    EXPECT_EQ(Columns("\u030C"), 0u);
+    EXPECT_EQ(Columns("\u030C"), 1u);
+    EXPECT_EQ(Columns("\u200E"), 0u);
     EXPECT_EQ(Columns(Family), 2u);
     EXPECT_EQ(Columns(Flag), 2u);
     EXPECT_EQ(Columns("\u2764\uFE0F"), 2u); // a heart as an emoji
