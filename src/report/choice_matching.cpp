@@ -38,6 +38,12 @@ ChoiceIndex IndexOf(const std::vector<std::string> &choices, long comparedLength
     return index;
 }
 
+// In any letter case, with or without blanks around. Asked of every choice of long lists.
+bool Reads(std::string_view choice, std::string_view upper) {
+    const std::string text = Trim(choice);
+    return text.size() == upper.size() && UpperCase(text) == upper;
+}
+
 // With or without the blanks at the end of the choice.
 bool Means(std::string_view text, std::string_view choice) {
     if (!choice.starts_with(text)) return false;
@@ -47,9 +53,9 @@ bool Means(std::string_view text, std::string_view choice) {
 
 } // namespace
 
-bool IsOther(std::string_view choice) { return UpperCase(Trim(choice)) == "OTHER..."; }
+bool IsOther(std::string_view choice) { return Reads(choice, "OTHER..."); }
 
-bool IsClear(std::string_view choice) { return UpperCase(Trim(choice)) == "<RESET/CLEAR FIELD ENTRY>"; }
+bool IsClear(std::string_view choice) { return Reads(choice, "<RESET/CLEAR FIELD ENTRY>"); }
 
 std::vector<std::string> ReadChoiceFile(Integer element) {
     ItemInput input = ItemsOf(FileText(ReadWorkFile(ChoiceFileName(element))));
