@@ -84,15 +84,18 @@ int PrintReport(const Arguments &arguments) {
     SetNames(options, arguments, input);
     const bool isReport = ReadReportHeader(input);
     input.At = 0;
+    bool whole = true;
+    if (const long line = LineNotUtf8(input); line > 0) TellMessage(report, line, NotUtf8Here);
     const Integer fault = FaultOf([&] {
         Result result(output, arguments.Files);
-        const Integer damage = FaultOf([&] { WriteTextPrint(input, result.File(), options); });
+        const Integer damage = FaultOf([&] { whole = WriteTextPrint(input, result.File(), options); });
         // Standard output gets what could be read; a file there keeps its place unless this is a whole report.
         if ((damage == 0 && isReport) || result.Staged().empty()) result.Close();
         if (damage != 0) throw RuntimeError{damage};
     });
     if (fault != 0) return TellFileError(IsReportFault(fault) ? report : OutputName(output), fault);
-    if (isReport) return NothingFound;
+    if (!whole) TellMessage(report, 0, "Not all characters are in Windows-1252: the others were printed as '?'.");
+    if (isReport) return whole ? NothingFound : SomethingFound;
     TellMessage(report, 1, HeaderFailure);
     return FileFault;
 }

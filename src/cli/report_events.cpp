@@ -3,6 +3,7 @@
 
 #include "cli/files.h"
 #include "cli/messages.h"
+#include "cli/rooms.h"
 #include "model/text_files.h"
 #include "report/records.h"
 
@@ -102,6 +103,7 @@ bool ReadReportEvents(const std::string &path, ReportEvents &report) {
         Reading reading{report.Events};
         if (isReport) ReadRecords(input, recordAt, reading);
     });
+    if (const long line = LineNotUtf8(input); line > 0) TellMessage(path, line, NotUtf8Here);
     LinePlace counted;
     if (fault != 0)
         TellMessage(path, recordAt == 0 ? 0 : LineAt(counted, input.Bytes, recordAt), "Error: " + ErrorText(fault));

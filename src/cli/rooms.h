@@ -19,6 +19,8 @@ bool LoadTemplateOf(const Arguments &arguments);
 
 // The line of the end mark (1A hex) that keeps something behind it from being read; 0 where there is none.
 long CuttingLine(std::string_view bytes);
+inline constexpr std::string_view NotUtf8Here =
+    "This file says that it is UTF-8, and in this line it is not. What is no UTF-8 was read as Windows-1252.";
 inline constexpr std::string_view CutByEndMark = "The byte 1A ends the file here: what stands behind it is not read";
 
 // The answer that goes on with everything else in the report, by the buttons of the notice.

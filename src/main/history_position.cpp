@@ -5,6 +5,7 @@
 #include "groups/open_group.h"
 #include "main/history_states.h"
 #include "model/field_model.h"
+#include "platform/files.h"
 #include "screen/instances.h"
 #include "screen/selection.h"
 
@@ -98,6 +99,10 @@ bool IsOneValue(const Change &change) {
 Integer ElementOf(const Change &change) {
     if (!IsOneValue(change)) return 0;
     return IsOnlyRow(change) ? FieldOfRow(change.Values.Rows[0].first) : MemberOf(*OnlyStore(change));
+}
+
+bool ReportName::IsSameFile(const ReportName &other) const {
+    return (Mark == other.Mark && MarkDir == other.MarkDir) || ::IsSameFile(MarkDir + Mark, other.MarkDir + other.Mark);
 }
 
 ReportName ReportNameNow() { return {FileMark, FileMarkDir, Quintave.editframe.Caption}; }

@@ -35,7 +35,7 @@ struct ReportName {
     std::string MarkDir;
     std::string Caption;
     bool operator==(const ReportName &) const = default;
-    bool IsSameFile(const ReportName &other) const { return Mark == other.Mark && MarkDir == other.MarkDir; }
+    bool IsSameFile(const ReportName &other) const; // by whatever links
 };
 
 ReportName ReportNameNow();

@@ -10,6 +10,7 @@
 #include "model/text_files.h"
 #include "platform/clock.h"
 #include "platform/codepage.h"
+#include "platform/controls.h"
 #include "platform/dialogs.h"
 #include "report/records.h"
 
@@ -161,7 +162,9 @@ bool BringBack(const std::vector<RecoveryItem> &items) {
     bool loaded = false;
     const Integer fault = FaultOf([&] {
         loaded = LoadTemplateAt(origin.TemplateDir, origin.TemplateName);
-        if (loaded) PlaceEntries(items);
+        if (!loaded) return;
+        EndStep(); // there is a way back to the empty screen
+        PlaceEntries(items);
     });
     if (fault == SubscriptOutOfRange)
         RefuseDamaged();

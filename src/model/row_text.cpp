@@ -22,7 +22,9 @@ std::string FitTitle(std::string_view title) {
 std::string RowPrefix(std::string_view title) { return " " + FitTitle(title) + "| "; }
 
 std::string RowWithValue(std::string_view row, std::string_view value) {
-    std::string text(FirstColumns(row, PrefixLength));
+    // The blank behind the bar may be one character with a mark that the former value began with.
+    std::string text(FirstColumns(row, PrefixLength - 1));
+    if (row.substr(text.size()).starts_with(' ')) text += ' ';
     const std::size_t room = LongestRow - Columns(text);
     const std::string_view fitting = FirstColumns(FirstCharacters(value, MostCharacters), room);
     if (fitting.size() == value.size()) return text.append(fitting);

@@ -57,8 +57,9 @@ std::string PlainText(std::string bytes) {
     return IsUtf8(bytes) ? bytes : ToUtf8(bytes);
 }
 
-std::string FileText(std::string bytes) {
-    return bytes.starts_with(ByteOrderMark) ? bytes.substr(ByteOrderMark.size()) : ToUtf8(bytes);
+std::string FileText(std::string_view bytes) {
+    if (!bytes.starts_with(ByteOrderMark)) return ToUtf8(bytes);
+    return std::string(bytes.substr(ByteOrderMark.size()));
 }
 
 std::string FileBytes(std::string_view text) {

@@ -25,4 +25,4 @@ std::string PlainText(std::string bytes);
 
 // A text as the bytes of a file of the program's own, and back: UTF-8 with a byte-order mark where it is needed.
 std::string FileBytes(std::string_view text);
-std::string FileText(std::string bytes);
+std::string FileText(std::string_view bytes);

@@ -19,7 +19,8 @@ constexpr std::size_t LineLength = 80;
 // and its line so far.
 OutputFile *Output = nullptr;
 bool Utf8 = false;
-bool Foreign = false; // a character was not in the code page
+bool Foreign = false;  // a character was not in the code page
+bool Replaced = false; // one had to be written as "?"
 std::string Line;
 std::size_t Width = 0; // its columns: as many as it has bytes where it is ASCII
 
@@ -27,11 +28,11 @@ void EndLine() {
     Line += NL;
     Width += NL.size();
     if (Output == nullptr)
-        Foreign = Foreign || !FitsCodePage(Line);
+        Foreign = Foreign || !FitsCodePage(Composed(Line));
     else if (Utf8 || Width == Line.size())
         Output->Write(Line);
     else
-        Output->Write(FromUtf8(Composed(Line)));
+        Output->Write(FromUtf8(Composed(Line), &Replaced));
     Line.clear();
     Width = 0;
 }
@@ -98,8 +99,10 @@ bool PrintsForeign(ItemInput input, PrintOptions options) {
 
 } // namespace
 
-void WriteTextPrint(ItemInput &input, OutputFile &output, const PrintOptions &options) {
+bool WriteTextPrint(ItemInput &input, OutputFile &output, const PrintOptions &options) {
     Utf8 = options.As == PrintEncoding::Utf8 ||
            (options.As == PrintEncoding::WhatSuffices && PrintsForeign(input, options));
+    Replaced = false;
     WriteLines(input, &output, options);
+    return !Replaced;
 }

@@ -41,6 +41,24 @@ class Behaviour(program.CliTest):
         self.assertIn("libstdc++", needed)
         self.assertEqual(re.findall(r"(?i)libQt\S*|libX\S*|libxcb\S*", needed), [])
 
+    def test_what_an_encoding_does_not_have_is_told(self):
+        self.write("names.rpx", '0,"QuintaveV2 UTF-8",""\r\n1,1,"Name","Łukasz é"\r\n'.encode())
+        status, out, err = self.run_cli("print", "names.rpx")
+        self.assertEqual((status, err), (0, ""))
+        self.assertTrue(out.decode().endswith("Name| Łukasz é\r\n"))
+        status, out, err = self.run_cli("print", "names.rpx", "--encoding", "windows-1252")
+        self.assertEqual((status, err), (1, "quintave-cli: names.rpx: Not all characters are in Windows-1252: the others "
+                                            "were printed as '?'.\n"))
+        self.assertTrue(out.decode("cp1252").endswith("Name| ?ukasz é\r\n"))
+        self.assertIn("utf-8 or windows-1252", self.run_cli("print", "names.rpx", "--encoding", "utf-16")[2])
+        self.write("damaged.rpx", b'0,"QuintaveV2 UTF-8",""\r\n1,1,"Name","\xc5\x81\xe9"\r\n')
+        told = ("quintave-cli: damaged.rpx:2: This file says that it is UTF-8, and in this line it is not. What is no "
+                "UTF-8 was read as Windows-1252.\n")
+        for command in (("print", "damaged.rpx"), ("export", "damaged.rpx", "-f", "csv")):
+            status, out, err = self.run_cli(*command)
+            self.assertEqual((status, err), (0, told))
+            self.assertIn("Łé".encode(), out)
+
     def test_help_of_each_command(self):
         for command in COMMANDS:
             status, out, err = self.run_cli(command, "--help")

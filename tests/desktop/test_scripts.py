@@ -136,6 +136,11 @@ class Scripts(DesktopTest):
             reply(desk, "Yes")
             start_entry(desk)
             self.assertEqual({title: value_of(desk, title) for title in VALUES}, VALUES)
+            desk.key("ctrl+z")  # all of it is one step
+            desk.wait_for(lambda: not any(value_of(desk, title) for title in VALUES), "the empty screen")
+            desk.key("ctrl+y")
+            desk.wait_for(lambda: value_of(desk, "Polish") == VALUES["Polish"], "the entries")
+            self.assertEqual({title: value_of(desk, title) for title in VALUES}, VALUES)
             desk.go_to("Fields", "People")
             desk.key("Enter")
             desk.wait_focus("Group fields")

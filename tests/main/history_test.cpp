@@ -227,6 +227,20 @@ TEST_F(History, AStateThatWasSavedBeforeAnotherOneIsNoLongerSaved) {
     EXPECT_NE(DataChanged, False);
 }
 
+TEST_F(History, AReportWrittenOverThroughALinkIsNoLongerWhatWasSaved) {
+    Enter(TitleRow, "Wells");
+    SaveAs("saved.rpx");
+    Load({R"(1,1,"Notes","End")"});
+    EXPECT_EQ(FileMark, "");
+    PressCtrl('T'); // nothing, but a look
+    std::filesystem::create_symlink("saved.rpx", folder.Path() + "link.rpx");
+    SaveAs("link.rpx");
+    Undo();
+    EXPECT_EQ(RowValue[2], "");
+    EXPECT_EQ(FileMark, "saved.rpx");
+    EXPECT_NE(DataChanged, False);
+}
+
 TEST_F(History, AResetAfterASaveComesBackAsSaved) {
     Enter(TitleRow, "Wells");
     Dialogs.Answers = {YesAnswer};

@@ -64,3 +64,16 @@ TEST_F(Rows, AGroupsRowSaysSoAndItsMembersHaveTheSameFirst29Characters) {
     Open(0);
     EXPECT_THAT(Quintave.List1[GroupList].Rows, ElementsAre(" ...tle of 27 characters...| ", RowOf("Depth")));
 }
+
+TEST(RowText, AMarkInFrontOfAValueGoesWithIt) {
+    const std::string row = RowWithValue(RowPrefix("Title"), "\u0301abc");
+    EXPECT_EQ(row, RowPrefix("Title") + "\u0301abc");
+    EXPECT_EQ(RowWithValue(row, "x"), RowPrefix("Title") + "x");
+    EXPECT_EQ(RowWithValue(row, ""), RowPrefix("Title"));
+}
+
+TEST(RowText, OfWideCharactersIsCutByItsColumns) {
+    EXPECT_EQ(RowPrefix("山田太郎山田太郎山田太郎山田"), " ... 郎山田太郎山田太郎山田| ");
+    EXPECT_EQ(RowWithValue(RowPrefix("A"), "山田太郎山田太郎山田太郎山田太"),
+              RowPrefix("A") + "山田太郎山田太郎山田太郎山...");
+}
