@@ -269,7 +269,7 @@ class Desk:
         """
         windows = self._windows()
         dialogs = [window for window in windows if window.role in DIALOGS]
-        # A dialog whose list of proposals has just closed has the focus again before it counts as active.
+        # A dialog does not count as active while a list of proposals is open below one of its boxes, which has the keys.
         active = any("active" in window.states or any(node.focused for node in window.walk())
                      for window in dialogs[-1:] or windows)
         return active and self._focus_pid() == self.process.pid
